@@ -1,0 +1,50 @@
+// The dynamic linker: finds, loads and unloads modules, and keeps every module that it loaded.
+//
+// Libraries stay mapped after their module is unloaded: objects that the module left behind, in a
+// dictionary for instance, are released later and must find their code.
+#pragma once
+
+#include "drawing/odarray.h"
+#include "drawing/rxmodule.h"
+
+/// An opened shared library, as OdRxSystemServices::loadModuleLib hands it out.
+struct OdRxModuleLibrary;
+
+/// Why a module couldn't be loaded, in the words of whoever failed.
+struct OdRxModuleFailure {
+    OdString moduleName;
+    OdString reason;
+};
+
+/// Used on the interface thread alone.
+class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
+  public:
+    /// The module of an opened library, initialised on the first call; null when the library is no
+    /// module, or another module of the same name is loaded. With `addReference` the result carries
+    /// a reference for the caller. What the module's initApp raises passes through.
+    virtual OdRxModule* moduleOfLibrary(OdRxModuleLibrary* library, bool addReference) = 0;
+
+    /// Loads a module by name: one that is loaded already, or the file of that name, or, for a name
+    /// without an extension, libNAME.so. Null when there is none; unless `silent`, that raises
+    /// OdError_FileException (eCantOpenFile) with the reason instead.
+    virtual OdRxModulePtr loadModule(const OdString& name, bool silent) = 0;
+
+    /// Ends a loaded module: its uninitApp runs, then the linker's reference goes, while the library
+    /// stays mapped. False when no module of that name is loaded.
+    virtual bool unloadModule(const OdString& name) = 0;
+
+    /// The loaded module of that name, null when there is none.
+    virtual OdRxModulePtr loadedModule(const OdString& name) const = 0;
+    /// All loaded modules, in load order.
+    virtual OdArray<OdRxModulePtr> loadedModules() const = 0;
+
+    /// Names a folder in which files without a folder of their own are looked for, before the
+    /// system's places. Folders are searched in the order in which they were named.
+    virtual void addModuleFolder(const OdString& folder) = 0;
+
+    /// What couldn't be loaded since odInitialize, in order.
+    virtual OdArray<OdRxModuleFailure> failures() const = 0;
+};
+
+/// The linker. Raises OdError (eNotInitializedYet) while the runtime isn't up.
+DRAWING_EXPORT OdRxDynamicLinker* odrxDynamicLinker();

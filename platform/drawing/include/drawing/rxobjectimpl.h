@@ -1,0 +1,40 @@
+// Makes objects of the object model's classes.
+#pragma once
+
+#include <atomic>
+
+#include "drawing/rxobject.h"
+
+/// Gives a class a reference count that starts at 1; the object goes with its last reference.
+template <class T, class TInterface = T>
+class OdRxObjectImpl : public T {
+  public:
+    using T::T;
+
+    /// A new object, owned by the pointer.
+    static OdSmartPtr<TInterface> createObject() {
+        return OdSmartPtr<TInterface>(static_cast<TInterface*>(new OdRxObjectImpl),
+                                      kOdRxObjAttach);
+    }
+
+    void addRef() override { refs.fetch_add(1, std::memory_order_relaxed); }
+    void release() override {
+        if (refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            delete this;
+        }
+    }
+    long numRefs() const override { return refs.load(std::memory_order_relaxed); }
+
+  private:
+    std::atomic<long> refs{1};
+};
+
+/// Gives a class whose objects aren't counted: for objects in static storage.
+template <class T>
+class OdStaticRxObject : public T {
+  public:
+    using T::T;
+
+    void addRef() override {}
+    void release() override {}
+};

@@ -1,0 +1,4 @@
+// Marks what the utility library shows to others.
+#pragma once
+
+#define UTILS_EXPORT __attribute__((visibility("default")))
