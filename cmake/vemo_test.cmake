@@ -1,7 +1,7 @@
 # vemo_add_test(NAME [SOURCES file...] [LIBRARIES target...] [LABELS label...])
 #
 # One GoogleTest program. ctest runs each of its tests in a process of its own, since the library has
-# one life per process.
+# one life per process. The sanitizers' settings come from the test presets.
 function(vemo_add_test name)
   if(NOT VEMO_BUILD_TESTS)
     return()
@@ -13,6 +13,5 @@ function(vemo_add_test name)
   target_link_libraries(${name} PRIVATE vemo_options ${arg_LIBRARIES} GTest::gtest_main GTest::gmock)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
-    PROPERTIES TIMEOUT 300 LABELS "${arg_LABELS}"
-    ENVIRONMENT "${VEMO_TEST_ENVIRONMENT}")
+    PROPERTIES TIMEOUT 300 LABELS "${arg_LABELS}")
 endfunction()

@@ -20,11 +20,15 @@ struct alignas(std::max_align_t) BlockHeader {
     std::size_t size;
 };
 
-void* systemAlloc(std::size_t size) { return std::malloc(size); }
+void* systemAlloc(std::size_t size) {
+    return std::malloc(size);
+}
 void* systemRealloc(void* block, std::size_t newSize, std::size_t /*oldSize*/) {
     return std::realloc(block, newSize);
 }
-void systemFree(void* block) { std::free(block); }
+void systemFree(void* block) {
+    std::free(block);
+}
 
 constexpr Heap systemHeap{systemAlloc, systemRealloc, systemFree, nullptr};
 
@@ -57,7 +61,9 @@ void* enter(void* raw, const Heap* heap, std::size_t size) {
     return header + 1;
 }
 
-BlockHeader* headerOf(void* block) { return static_cast<BlockHeader*>(block) - 1; }
+BlockHeader* headerOf(void* block) {
+    return static_cast<BlockHeader*>(block) - 1;
+}
 
 }  // namespace
 
@@ -84,7 +90,8 @@ void* odrxRealloc(void* block, std::size_t size) {
     BlockHeader* header = headerOf(block);
     const Heap* heap = header->heap;
     const std::size_t oldWhole = header->size + sizeof(BlockHeader);
-    return enter(untilSatisfied([&] { return heap->realloc(header, whole, oldWhole); }), heap, size);
+    return enter(untilSatisfied([&] { return heap->realloc(header, whole, oldWhole); }), heap,
+                 size);
 }
 
 void odrxFree(void* block) {

@@ -33,6 +33,16 @@ using OdDbUndoControllerPtr = OdSmartPtr<OdDbUndoController>;
 /// The undo controller that applications use as it is.
 class DRAWING_EXPORT ExUndoController : public OdDbUndoController {};
 
+/// What a modeler registers in the service dictionary: its run-time class, under
+/// "OdModelerGeometryCreator".
+class DRAWING_EXPORT OdModelerGeometryBuilder : public OdRxObject {
+    ODRX_DECLARE_MEMBERS(OdModelerGeometryBuilder)
+
+    /// Makes the builder fit for entities of the type.
+    virtual OdResult initializeBuilder(OdRxObject* builder, std::uint32_t entityType) = 0;
+};
+
+/// One layer of host services; the file's head gives the chain.
 class DRAWING_EXPORT OdDbBaseHostAppServices : public OdRxObject {
     ODRX_DECLARE_MEMBERS(OdDbBaseHostAppServices)
 
@@ -82,7 +92,9 @@ class DRAWING_EXPORT OdDbBaseHostAppServices : public OdRxObject {
                                 const OdString& filter);
     virtual OdString getTempPath() const;
     virtual int numThreads() const { return 1; }
-    /// Hands a geometry builder to the modeler; eNoInterface when there is none.
+    /// Hands a geometry builder to the modeler's OdModelerGeometryBuilder and gives its answer;
+    /// eNoInterface when no modeler is registered or its class makes no object. Raises
+    /// OdError_NotThatKindOfClass when something else is registered in its place.
     virtual OdResult initializeModelerBuilder(OdRxObject* builder, std::uint32_t entityType);
     /// An environment variable into `value`; false when it isn't set.
     virtual bool getEnv(const OdString& name, OdString& value);

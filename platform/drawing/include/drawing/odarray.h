@@ -130,6 +130,12 @@ class OdArray {
   private:
     struct Buffer {
         ODRX_HEAP_OPERATORS()
+        // Elements go in the reverse of the order in which they came.
+        ~Buffer() {
+            while (!items.empty()) {
+                items.pop_back();
+            }
+        }
         std::atomic<int> refs{1};
         std::vector<T> items;
     };

@@ -60,6 +60,8 @@ class DRAWING_EXPORT OdError_InvalidKey : public OdError {
 class DRAWING_EXPORT OdError_FileException : public OdError {
   public:
     OdError_FileException(OdResult code, const OdString& fileName, int systemError = 0);
+    /// The reason in the words of whoever failed.
+    OdError_FileException(OdResult code, const OdString& fileName, const OdString& reason);
 
     const OdString& fileName() const { return name; }
 

@@ -9,6 +9,7 @@ enum OdResult : int {
     eInvalidInput = 5,
     eOutOfMemory = 9,
     eNoInterface = 10,
+    eKeyNotFound = 26,
     eInvalidIndex = 28,
     eInvalidKey = 38,
     eEndOfFile = 46,

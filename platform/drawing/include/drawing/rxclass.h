@@ -3,10 +3,27 @@
 
 #include "drawing/rxobject.h"
 
+/// Declares a run-time class in a class body. Until rxInit and after rxUninit desc() is null.
+#define ODRX_DECLARE_MEMBERS(ClassName)                                  \
+  public:                                                                \
+    static OdRxClass* desc();                                            \
+    OdRxClass* isA() const override;                                     \
+    static void rxInit();                                                \
+    static void rxUninit();                                              \
+    static OdSmartPtr<ClassName> cast(const OdRxObject* object) {        \
+        return OdSmartPtr<ClassName>::cast(object);                      \
+    }                                                                    \
+                                                                         \
+  private:                                                               \
+    static OdRxClass* rxClassOfThis;                                  \
+                                                                         \
+  public:
+
 /// The run-time description of one class. Classes form a single-rooted tree; a class may carry
 /// protocol extensions, objects that answer for its instances.
 class DRAWING_EXPORT OdRxClass : public OdRxObject {
-  public:
+    ODRX_DECLARE_MEMBERS(OdRxClass)
+
     virtual const OdString& name() const = 0;
     virtual OdRxClass* myParent() const = 0;
     virtual bool isDerivedFrom(const OdRxClass* other) const = 0;
@@ -24,28 +41,13 @@ class DRAWING_EXPORT OdRxClass : public OdRxObject {
 using OdPseudoConstructor = OdRxObjectPtr (*)();
 
 /// Makes a run-time class. The name must be new, and a class is made on one thread at a time;
-/// otherwise raises OdError (eInvalidInput). The constructor is null for an abstract class.
+/// otherwise raises OdError (eInvalidInput). A null parent is one whose own rxInit hasn't run: raises
+/// OdError (eNotInitializedYet). The constructor is null for an abstract class.
 DRAWING_EXPORT OdRxClass* newOdRxClass(const OdString& name, OdRxClass* parent,
                                        OdPseudoConstructor constructor);
 
 /// Ends a class of newOdRxClass together with its extensions; null is allowed.
 DRAWING_EXPORT void deleteOdRxClass(OdRxClass* rxClass);
-
-/// Declares a run-time class in a class body. Until rxInit and after rxUninit desc() is null.
-#define ODRX_DECLARE_MEMBERS(ClassName)                                  \
-  public:                                                                \
-    static OdRxClass* desc();                                            \
-    OdRxClass* isA() const override;                                     \
-    static void rxInit();                                                \
-    static void rxUninit();                                              \
-    static OdSmartPtr<ClassName> cast(const OdRxObject* object) {        \
-        return OdSmartPtr<ClassName>::cast(object);                      \
-    }                                                                    \
-                                                                         \
-  private:                                                               \
-    static OdRxClass* rxClassOfThis;                                  \
-                                                                         \
-  public:
 
 /// Defines the members of ODRX_DECLARE_MEMBERS. CONSTRUCTOR is an OdPseudoConstructor or nullptr.
 #define ODRX_DEFINE_MEMBERS(ClassName, Parent, CONSTRUCTOR, NAME)                 \

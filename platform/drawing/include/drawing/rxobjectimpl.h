@@ -10,6 +10,9 @@ template <class T, class TInterface = T>
 class OdRxObjectImpl : public T {
   public:
     using T::T;
+    // A class may count under the same names for another base; those operations stay reachable.
+    using T::addRef;
+    using T::release;
 
     /// A new object, owned by the pointer.
     static OdSmartPtr<TInterface> createObject() {

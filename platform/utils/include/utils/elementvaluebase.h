@@ -43,7 +43,7 @@ class UTILS_EXPORT VoJsonPtr {
     VoJsonPtr(std::nullptr_t) {}
     /// Takes a new reference.
     VoJsonPtr(IElementValueBase* node);
-    VoJsonPtr(const VoJsonPtr& other);
+    VoJsonPtr(const VoJsonPtr& other) : VoJsonPtr(other.held) {}
     VoJsonPtr(VoJsonPtr&& other) noexcept : held(std::exchange(other.held, nullptr)) {}
     VoJsonPtr& operator=(VoJsonPtr other) noexcept {
         std::swap(held, other.held);
@@ -78,8 +78,10 @@ class UTILS_EXPORT IElementValueBase {
     IElementValueBase& operator=(const IElementValueBase&) = delete;
     virtual ~IElementValueBase() = default;
 
-    /* 1*/ virtual void addRef() = 0;
-    /* 2*/ virtual void release() = 0;
+    // Const, so that a class which is also an OdRxObject keeps the two counts apart: there the same
+    // names without const count the object's life.
+    /* 1*/ virtual void addRef() const = 0;
+    /* 2*/ virtual void release() const = 0;
     /* 3*/ virtual int valueType() const = 0;
     /// The direct child under the key, null if absent; "/" means nothing here.
     /* 4*/ virtual VoJsonPtr getProperty(const OdAnsiString& key) const = 0;
@@ -194,3 +196,21 @@ class UTILS_EXPORT IElementValueBase {
     /// and reals that JSON has no form for become null, times their seconds.
     OdAnsiString writeJson() const;
 };
+
+inline VoJsonPtr::VoJsonPtr(IElementValueBase* node) : held(node) {
+    if (held) {
+        held->addRef();
+    }
+}
+
+inline VoJsonPtr::~VoJsonPtr() {
+    if (held) {
+        held->release();
+    }
+}
+
+inline VoJsonPtr VoJsonPtr::attach(IElementValueBase* node) {
+    VoJsonPtr pointer;
+    pointer.held = node;
+    return pointer;
+}

@@ -1,0 +1,88 @@
+#include <algorithm>
+
+#include "dxfdrawing.h"
+#include "text.h"
+
+namespace vemoapp {
+
+namespace {
+
+constexpr std::size_t kShownItems = 12;
+constexpr std::uint32_t kBold = 0x02000000;
+constexpr std::uint32_t kItalic = 0x01000000;
+
+// Names of the INSUNITS codes, in their order.
+constexpr const char* kUnitNames[] = {
+    "unitless",     "inches",      "feet",       "miles",       "millimetres",
+    "centimetres",  "metres",      "kilometres", "microinches", "mils",
+    "yards",        "angstroms",   "nanometres", "microns",     "decimetres",
+    "decametres",   "hectometres", "gigametres", "astronomical units",
+    "light years",  "parsecs"};
+
+std::string unitsName(int units) {
+    bool known = units >= 0 && units < static_cast<int>(std::size(kUnitNames));
+    return known ? kUnitNames[units] : "code " + std::to_string(units);
+}
+
+std::string headerLine(const DxfDrawing& drawing) {
+    std::string line = drawing.version.empty() ? "not stated" : drawing.version;
+    line += ", units " + unitsName(drawing.units);
+    if (!drawing.codePage.empty()) {
+        line += ", code page " + drawing.codePage;
+    }
+    return line;
+}
+
+std::string layersLine(const DxfDrawing& drawing) {
+    std::vector<std::string> items;
+    for (const DxfLayer& layer : drawing.layers) {
+        items.push_back(layer.name + " " + std::to_string(layer.entities));
+    }
+    return std::to_string(items.size()) + ": " + joined(items, ", ", kShownItems);
+}
+
+std::string entitiesLine(const DxfDrawing& drawing) {
+    using Count = std::pair<std::string, std::uint64_t>;
+    std::vector<Count> counts(drawing.entityCounts.begin(), drawing.entityCounts.end());
+    std::stable_sort(counts.begin(), counts.end(),
+                     [](const Count& a, const Count& b) { return a.second > b.second; });
+    std::vector<std::string> items;
+    for (const auto& [type, count] : counts) {
+        items.push_back(type + " " + std::to_string(count));
+    }
+    return std::to_string(drawing.entityTotal()) + ": " + joined(items, ", ", kShownItems);
+}
+
+std::string fontOf(const DxfTextStyle& style) {
+    if (!style.typeface.empty()) {
+        std::string face = style.typeface;
+        face += (style.faceFlags & kBold) != 0 ? " bold" : "";
+        face += (style.faceFlags & kItalic) != 0 ? " italic" : "";
+        return face + " (TrueType" + (style.fontFile.empty() ? "" : ", " + style.fontFile) + ")";
+    }
+    std::string font = style.fontFile.empty() ? "no font" : style.fontFile;
+    return style.bigFontFile.empty() ? font : font + " with big font " + style.bigFontFile;
+}
+
+std::string stylesLine(const DxfDrawing& drawing) {
+    std::vector<std::string> items;
+    for (const DxfTextStyle& style : drawing.styles) {
+        items.push_back((style.namesShapeFile ? "shapes" : style.name) + ": " + fontOf(style));
+    }
+    return std::to_string(items.size()) + ": " + joined(items, "; ", kShownItems);
+}
+
+}  // namespace
+
+std::vector<std::string> describeDrawing(const DxfDrawing& drawing) {
+    std::vector<std::string> lines = {
+        "  version   " + headerLine(drawing), "  layers    " + layersLine(drawing),
+        "  entities  " + entitiesLine(drawing), "  styles    " + stylesLine(drawing)};
+    if (!drawing.blocks.empty()) {
+        lines.push_back("  blocks    " + std::to_string(drawing.blocks.size()) + ": " +
+                        joined(drawing.blocks, ", ", kShownItems));
+    }
+    return lines;
+}
+
+}  // namespace vemoapp

@@ -1,0 +1,113 @@
+#include "dxftext.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+
+#include <iconv.h>
+
+#include <drawing/runtime.h>
+
+#include "text.h"
+
+namespace vemoapp {
+
+namespace {
+
+constexpr std::string_view kFirstUtf8Version = "AC1021";
+constexpr std::string_view kEscape = "\\U+";
+constexpr std::size_t kEscapeDigits = 4;
+
+bool isAscii(const std::string& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
+// "ANSI_936" and "DOS850" are CP936 and CP850 to the converter.
+std::string converterName(const std::string& codePage) {
+    std::string name = upperCase(codePage);
+    for (std::string_view prefix : {"ANSI_", "DOS"}) {
+        if (name.starts_with(prefix)) {
+            return "CP" + name.substr(prefix.size());
+        }
+    }
+    return {};
+}
+
+std::string withoutEscapes(const std::string& text) {
+    std::string result;
+    std::size_t from = 0;
+    for (std::size_t at = text.find(kEscape); at != std::string::npos;
+         at = text.find(kEscape, at + 1)) {
+        const char* digits = text.data() + at + kEscape.size();
+        std::size_t available = text.size() - at - kEscape.size();
+        std::uint32_t codePoint = 0;
+        if (available < kEscapeDigits ||
+            std::from_chars(digits, digits + kEscapeDigits, codePoint, 16).ptr !=
+                digits + kEscapeDigits) {
+            continue;
+        }
+        result.append(text, from, at - from);
+        appendUtf8(result, codePoint);
+        from = at + kEscape.size() + kEscapeDigits;
+    }
+    return result.append(text, from);
+}
+
+}  // namespace
+
+DxfTextDecoder::~DxfTextDecoder() {
+    if (converter) {
+        iconv_close(converter);
+    }
+}
+
+void DxfTextDecoder::setEncoding(const std::string& codePage, const std::string& version) {
+    if (converter) {
+        iconv_close(converter);
+        converter = nullptr;
+    }
+    std::string name = converterName(codePage);
+    if (name.empty() || version >= kFirstUtf8Version) {
+        return;
+    }
+    iconv_t opened = iconv_open("UTF-8", name.c_str());
+    // The C library's own word for failure.
+    if (reinterpret_cast<std::intptr_t>(opened) != -1) {
+        converter = opened;
+    }
+}
+
+std::string DxfTextDecoder::decode(const std::string& bytes) const {
+    if (isAscii(bytes)) {
+        return withoutEscapes(bytes);
+    }
+    if (!converter) {
+        return withoutEscapes(OdStringToUtf8String(OdUtf8StringToOdString(bytes)).str());
+    }
+    return withoutEscapes(converted(bytes));
+}
+
+std::string DxfTextDecoder::converted(const std::string& bytes) const {
+    std::string source = bytes;
+    std::string result;
+    char* input = source.data();
+    std::size_t left = source.size();
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    while (left > 0) {
+        char buffer[256];
+        char* output = buffer;
+        std::size_t room = sizeof buffer;
+        std::size_t outcome = iconv(converter, &input, &left, &output, &room);
+        int failure = errno;
+        result.append(buffer, output);
+        if (outcome == static_cast<std::size_t>(-1) && failure != E2BIG) {
+            appendUtf8(result, 0xFFFD);
+            ++input;
+            --left;
+        }
+    }
+    return result;
+}
+
+}  // namespace vemoapp

@@ -1,0 +1,29 @@
+// Texts of a DXF drawing: from the drawing's code page to UTF-8.
+#pragma once
+
+#include <string>
+
+namespace vemoapp {
+
+/// Turns a drawing's texts into UTF-8. A code page that is known to the system's converter is
+/// converted; with any other, and from version AC1021 on, the text is taken as UTF-8. What can't be
+/// read becomes U+FFFD. The escape "\U+XXXX" stands for the character with that number.
+class DxfTextDecoder {
+  public:
+    DxfTextDecoder() = default;
+    ~DxfTextDecoder();
+    DxfTextDecoder(const DxfTextDecoder&) = delete;
+    DxfTextDecoder& operator=(const DxfTextDecoder&) = delete;
+
+    /// Names the code page and version as the drawing's header gives them; either may be empty.
+    void setEncoding(const std::string& codePage, const std::string& version);
+
+    std::string decode(const std::string& bytes) const;
+
+  private:
+    std::string converted(const std::string& bytes) const;
+
+    void* converter = nullptr;  // an iconv_t, null for UTF-8
+};
+
+}  // namespace vemoapp

@@ -1,0 +1,194 @@
+// Reads go through a small buffer, since font headers are read by twos and fours; writes go
+// straight to the file and empty the buffer, so that what is read is always what stands there.
+#include "filestream.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "drawing/rxobjectimpl.h"
+#include "streamposition.h"
+
+namespace {
+
+class FileStream : public OdStreamBuf {
+  public:
+    FileStream(int openFile, const OdString& fileName, std::uint32_t access)
+        : file(openFile), name(fileName), accessMode(access) {}
+    ~FileStream() override { close(file); }
+
+    OdString fileName() const override { return name; }
+    bool isEof() const override { return !isBuffered() && position >= length(); }
+    std::uint64_t length() const override {
+        struct stat status {};
+        if (fstat(file, &status) != 0) {
+            fail(eFileAccessErr, errno);
+        }
+        return static_cast<std::uint64_t>(status.st_size);
+    }
+    std::uint64_t tell() const override { return position; }
+    std::uint64_t seek(std::int64_t offset, OdSeekType from) override {
+        position = soughtPosition(*this, offset, from);
+        return position;
+    }
+    std::uint8_t getByte() override {
+        std::uint8_t byte = 0;
+        getBytes(&byte, 1);
+        return byte;
+    }
+    void getBytes(void* target, std::uint32_t count) override;
+    void putByte(std::uint8_t value) override { putBytes(&value, 1); }
+    void putBytes(const void* source, std::uint32_t count) override;
+    void truncate() override;
+
+  private:
+    [[noreturn]] void fail(OdResult code, int systemError = 0) const {
+        throw OdError_FileException(code, name, systemError);
+    }
+    void require(OdFileAccess access, OdResult otherwise) const {
+        if ((accessMode & access) == 0) {
+            fail(otherwise);
+        }
+    }
+    bool isBuffered() const {
+        return position >= bufferStart && position - bufferStart < bufferSize;
+    }
+    void fillBuffer();
+
+    int file;
+    OdString name;
+    std::uint32_t accessMode;
+    std::uint64_t position = 0;
+    std::array<std::uint8_t, 4096> buffer;
+    std::uint64_t bufferStart = 0;
+    std::uint64_t bufferSize = 0;
+};
+
+void FileStream::fillBuffer() {
+    bufferSize = 0;
+    bufferStart = position;
+    ssize_t got = 0;
+    do {
+        got = pread(file, buffer.data(), buffer.size(), static_cast<off_t>(position));
+    } while (got < 0 && errno == EINTR);
+    if (got < 0) {
+        fail(eFileAccessErr, errno);
+    }
+    if (got == 0) {
+        fail(eEndOfFile);
+    }
+    bufferSize = static_cast<std::uint64_t>(got);
+}
+
+void FileStream::getBytes(void* target, std::uint32_t count) {
+    require(kFileRead, eNotOpenForRead);
+    auto* to = static_cast<std::uint8_t*>(target);
+    while (count > 0) {
+        if (!isBuffered()) {
+            fillBuffer();
+        }
+        const std::uint64_t first = position - bufferStart;
+        const auto part =
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(count, bufferSize - first));
+        std::memcpy(to, buffer.data() + first, part);
+        to += part;
+        position += part;
+        count -= part;
+    }
+}
+
+void FileStream::putBytes(const void* source, std::uint32_t count) {
+    require(kFileWrite, eNotOpenForWrite);
+    bufferSize = 0;
+    const auto* from = static_cast<const std::uint8_t*>(source);
+    while (count > 0) {
+        const ssize_t put = pwrite(file, from, count, static_cast<off_t>(position));
+        if (put < 0 && errno != EINTR) {
+            fail(eFileWriteError, errno);
+        }
+        if (put > 0) {
+            from += put;
+            position += static_cast<std::uint64_t>(put);
+            count -= static_cast<std::uint32_t>(put);
+        }
+    }
+}
+
+void FileStream::truncate() {
+    require(kFileWrite, eNotOpenForWrite);
+    bufferSize = 0;
+    if (position < length() && ftruncate(file, static_cast<off_t>(position)) != 0) {
+        fail(eFileWriteError, errno);
+    }
+}
+
+int accessFlags(std::uint32_t access) {
+    switch (access) {
+        case kFileRead:
+            return O_RDONLY;
+        case kFileWrite:
+            return O_WRONLY;
+        case kFileRead | kFileWrite:
+            return O_RDWR;
+        default:
+            return -1;
+    }
+}
+
+int dispositionFlags(std::uint32_t disposition) {
+    switch (disposition) {
+        case kCreateNew:
+            return O_CREAT | O_EXCL;
+        case kCreateAlways:
+            return O_CREAT | O_TRUNC;
+        case kOpenExisting:
+            return 0;
+        case kOpenAlways:
+            return O_CREAT;
+        case kTruncateExisting:
+            return O_TRUNC;
+        default:
+            return -1;
+    }
+}
+
+// Opening never waits for the other end of a pipe, never passes the file on to another program.
+int openFile(const OdString& name, int flags) {
+    constexpr mode_t mode = 0666;
+    int file = -1;
+    do {
+        file = open(OdStringToUtf8String(name), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
+    } while (file < 0 && errno == EINTR);
+    if (file < 0) {
+        const bool missing = errno == ENOENT || errno == ENOTDIR;
+        throw OdError_FileException(missing ? eFileNotFound : eCantOpenFile, name, errno);
+    }
+    return file;
+}
+
+}  // namespace
+
+OdStreamBufPtr openFileStream(const OdString& name, std::uint32_t access,
+                              std::uint32_t disposition) {
+    if (name.isEmpty()) {
+        throw OdError_FileException(eNoFileName, name);
+    }
+    const int how = accessFlags(access);
+    const int making = dispositionFlags(disposition);
+    const bool changes = making > 0;
+    if (how < 0 || making < 0 || (changes && how == O_RDONLY)) {
+        throw OdError_FileException(eInvalidInput, name, L"access or disposition");
+    }
+    const int file = openFile(name, how | making);
+    const OdStreamBufPtr stream(new OdRxObjectImpl<FileStream>(file, name, access), kOdRxObjAttach);
+    struct stat status {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        throw OdError_FileException(eCantOpenFile, name, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    }
+    return stream;
+}

@@ -1,0 +1,79 @@
+#include "modulelibrary.h"
+
+#include <dlfcn.h>
+#include <link.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <map>
+#include <system_error>
+
+namespace {
+
+OdString loaderWords() {
+    const char* words = dlerror();
+    return OdUtf8StringToOdString(words ? words : "no reason given");
+}
+
+OdRxModuleLibrary* recordOf(void* handle, const OdString& fileName) {
+    static auto* const records = new std::map<void*, OdRxModuleLibrary>;
+    return &records->try_emplace(handle, OdRxModuleLibrary{handle, bareFileName(fileName)})
+                .first->second;
+}
+
+bool isThere(const OdAnsiString& path) {
+    struct stat status {};
+    return stat(path, &status) == 0;
+}
+
+// Of a bare name the loader alone knows the places. Its words name the file that wasn't there,
+// which may also be a library that the one asked for needs.
+bool namesMissingFile(const OdString& reason, const OdString& fileName) {
+    const OdString missing = OdUtf8StringToOdString(std::system_category().message(ENOENT));
+    return reason.view().starts_with((fileName + L": ").view()) &&
+           reason.view().ends_with(missing.view());
+}
+
+const link_map* libraryOfAddress(void* address) {
+    Dl_info info{};
+    link_map* map = nullptr;
+    const bool known =
+        dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0;
+    return known ? map : nullptr;
+}
+
+}  // namespace
+
+OdString bareFileName(const OdString& path) {
+    return path.mid(path.reverseFind(L'/') + 1);
+}
+
+LibraryOpening openModuleLibrary(const OdString& fileName) {
+    // The loader takes the empty name for the program itself.
+    if (fileName.isEmpty()) {
+        return {nullptr, false, L"no file name"};
+    }
+    const OdAnsiString name = OdStringToUtf8String(fileName);
+    if (void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL)) {
+        return {recordOf(handle, fileName), true, OdString()};
+    }
+    const OdString reason = loaderWords();
+    const bool isPath = fileName.find(L'/') >= 0;
+    const bool found = isPath ? isThere(name) : !namesMissingFile(reason, fileName);
+    return {nullptr, found, reason};
+}
+
+OdRxModuleEntry moduleEntryOf(const OdRxModuleLibrary& library, OdString& reason) {
+    void* entry = dlsym(library.handle, ODRX_MODULE_ENTRY_NAME);
+    if (!entry) {
+        reason = loaderWords();
+        return nullptr;
+    }
+    // The loader also looks into the libraries that this one needs, and those may be modules.
+    link_map* own = nullptr;
+    if (dlinfo(library.handle, RTLD_DI_LINKMAP, &own) != 0 || own != libraryOfAddress(entry)) {
+        reason = L"no module: its entry belongs to a library that it needs";
+        return nullptr;
+    }
+    return reinterpret_cast<OdRxModuleEntry>(entry);
+}

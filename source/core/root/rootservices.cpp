@@ -1,0 +1,9 @@
+#include "rootservices.h"
+
+#include "core/voservicekeys.h"
+
+vosi::VosiApRxEventPtr eventDispatcher() {
+    const OdRxDictionaryPtr registry = odrxSysRegistry();
+    return registry.isNull() ? vosi::VosiApRxEventPtr()
+                             : vosi::VosiApRxEventPtr(registry->getAt(vosi::kRxEventKey));
+}
