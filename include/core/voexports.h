@@ -48,8 +48,8 @@ VEMO_EXPORT std::time_t vo_build_timestamp();
 /// True before vemo_root, from the first step of vemo_exit on, and after it. Any thread.
 VEMO_EXPORT bool vo_is_appQuiting();
 
-/// Loads an extension module by its file name, or gives the one that is loaded already; null when it
-/// can't be loaded. The pointer carries no reference: the library keeps the module. Only between
+/// Loads an extension module by its file name, or gives the one that is loaded already; null when
+/// it can't be loaded. The pointer carries no reference: the library keeps the module. Only between
 /// vemo_root and vemo_exit: otherwise it raises OdError (eNotInitializedYet).
 VEMO_EXPORT OdRxModule* voLoad_extModule(const OdString& name, bool silent);
 

@@ -1,10 +1,10 @@
 // The service under "Core/Fiber": cooperative execution contexts, of which one runs at a time.
 //
 // Called by position, counted behind the operations of OdRxObject. The calling order is fixed:
-// convertThreadToFiber on the first fiber's thread, then any number of createFiber, switchToFiber and
-// deleteFiber, and at the end optionally convertFiberToThread from the fiber that was converted.
-// Each fiber is a thread of its own, so thread-local state belongs to a fiber. A thread outside the
-// fiber world may ask (the last five operations) but must not create, switch or delete.
+// convertThreadToFiber on the first fiber's thread, then any number of createFiber, switchToFiber
+// and deleteFiber, and at the end optionally convertFiberToThread from the fiber that was
+// converted. Each fiber is a thread of its own, so thread-local state belongs to a fiber. A thread
+// outside the fiber world may ask (the last five operations) but must not create, switch or delete.
 #pragma once
 
 #include <cstddef>
@@ -43,8 +43,8 @@ class VoFiberSvr : public OdRxObject {
     /* 7*/ virtual void* fiberData(VoFiberHandle fiber) = 0;
     /* 8*/ virtual void* currentFiberData() = 0;
     /* 9*/ virtual VoFiberHandle currentFiber() = 0;
-    /// The first fiber in order of creation whose data equals the argument, null if there is none or
-    /// that one was given back.
+    /// The first fiber in order of creation whose data equals the argument, null if there is none
+    /// or that one was given back.
     /*10*/ virtual VoFiberHandle findFiberByData(void* data) = 0;
     /// True when there is no current fiber or the calling thread isn't its thread.
     /*11*/ virtual bool isOffCurrentFiber() = 0;

@@ -3,17 +3,17 @@
 
 #include <drawing/runtime.h>
 
-/// Implemented and owned by the main program, which passes it to vemo_root and vemo_exit; the library
-/// doesn't keep it. Its six operations are called by their place, so they stand first. All are called
-/// on the thread of vemo_root. Paths are UTF-8 and absolute. What an operation raises leaves
-/// vemo_root or vemo_exit.
+/// Implemented and owned by the main program, which passes it to vemo_root and vemo_exit; the
+/// library doesn't keep it. Its six operations are called by their place, so they stand first. All
+/// are called on the thread of vemo_root. Paths are UTF-8 and absolute. What an operation raises
+/// leaves vemo_root or vemo_exit.
 class VoMainAppCallback {
   public:
-    /// Called once by vemo_root: the library's own services are registered, no configuration has been
-    /// read and no module is loaded.
+    /// Called once by vemo_root: the library's own services are registered, no configuration has
+    /// been read and no module is loaded.
     virtual void initialize() = 0;
-    /// Called once by vemo_exit: the second wave's and the fixed modules are gone, the configuration
-    /// and the library's services are still there.
+    /// Called once by vemo_exit: the second wave's and the fixed modules are gone, the
+    /// configuration and the library's services are still there.
     virtual void uninitialize() = 0;
 
     // The paths are asked for by the command line step, before initialize and each time anew.

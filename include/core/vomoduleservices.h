@@ -1,9 +1,9 @@
 // Services that modules provide and the library calls by position.
 //
 // In each class the operations stand in the order in which the library counts them, behind those of
-// OdRxObject; a provider derives from the class and adds its own operations behind. All are called on
-// the interface thread. A provider registers its object under the key named with the class and keeps
-// no reference of its own unless it says so; results of the runtime's smart pointers carry a
+// OdRxObject; a provider derives from the class and adds its own operations behind. All are called
+// on the interface thread. A provider registers its object under the key named with the class and
+// keeps no reference of its own unless it says so; results of the runtime's smart pointers carry a
 // reference. What an operation raises leaves the start-up or shut-down step that called it.
 #pragma once
 
@@ -70,8 +70,8 @@ class VosiDocMgrSvr : public OdRxObject {
     virtual void shutDown() = 0;
 };
 
-/// The value of a system variable: five machine words, zeroed by the caller, with a 16-bit integer at
-/// the head of the third.
+/// The value of a system variable: five machine words, zeroed by the caller, with a 16-bit integer
+/// at the head of the third.
 struct VosiSysVarValue {
     std::uintptr_t word1 = 0;
     std::uintptr_t word2 = 0;

@@ -24,8 +24,8 @@ inline constexpr const OdChar* kInputQueueKey = L"Core/InputQueue";
 inline constexpr const OdChar* kOpenWizardKey = L"Core/OpenWizard";
 inline constexpr const OdChar* kGetPasswordKey = L"Core/GetPasswordServer";
 
-// System registry: the event dispatcher. It is no service of the dictionary, since the configuration
-// loaders fire events before the dictionary has any.
+// System registry: the event dispatcher. It is no service of the dictionary, since the
+// configuration loaders fire events before the dictionary has any.
 inline constexpr const OdChar* kRxEventKey = L"VosiRxEvent";
 
 }  // namespace vosi

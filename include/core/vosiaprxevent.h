@@ -1,8 +1,8 @@
 // Application events: five moments at which configuration and run-time trees change.
 //
 // Both interfaces are called by position; the operations stand in the order of their slots, counted
-// behind those of OdRxObject. The two orders differ from each other and from the order of firing, and
-// stay as they are. Used on the interface thread alone.
+// behind those of OdRxObject. The two orders differ from each other and from the order of firing,
+// and stay as they are. Used on the interface thread alone.
 #pragma once
 
 #include <drawing/runtime.h>

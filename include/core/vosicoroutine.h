@@ -1,8 +1,8 @@
 // The service under "Core/FiberCoroutine": fibers with identity and a tree of parents.
 //
 // Both interfaces are called by position; the manager's operations are counted behind those of
-// OdRxObject. Control is explicit in both directions: a coroutine is resumed by switchToCoroutine and
-// yields by switching to its returnCoroutine. Used by the holder of the fiber baton alone.
+// OdRxObject. Control is explicit in both directions: a coroutine is resumed by switchToCoroutine
+// and yields by switching to its returnCoroutine. Used by the holder of the fiber baton alone.
 #pragma once
 
 #include <drawing/runtime.h>
@@ -16,8 +16,8 @@ namespace vosi {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// One coroutine. Not reference-counted: made and freed by the manager. Links aren't owned and aren't
-/// cleared when what they point to is freed.
+/// One coroutine. Not reference-counted: made and freed by the manager. Links aren't owned and
+/// aren't cleared when what they point to is freed.
 class VosiCoroutine {
   public:
     /// Null when the fiber service couldn't make a fiber.
@@ -49,8 +49,8 @@ class VosiCoroutineManagerSvr : public OdRxObject {
     /// current one. Null for a null routine. Only on a coroutine.
     /* 3*/ virtual VosiCoroutine* createCoroutine(VoFiberRoutine routine, void* argument,
                                                   void* userData) = 0;
-    /// Runs the coroutine and sleeps until somebody switches back; true as well for the current one.
-    /// False for null and for a coroutine without a fiber.
+    /// Runs the coroutine and sleeps until somebody switches back; true as well for the current
+    /// one. False for null and for a coroutine without a fiber.
     /* 4*/ virtual bool switchToCoroutine(VosiCoroutine* coroutine) = 0;
     /// Frees the coroutine and gives its fiber back. False for null and for the main coroutine.
     /* 5*/ virtual bool deleteCoroutine(VosiCoroutine* coroutine) = 0;

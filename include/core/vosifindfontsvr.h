@@ -15,7 +15,8 @@ class VosiFindFontSvr : public OdRxObject {
     /// Full path of the file, empty when it isn't found. The database is the drawing that asks, or
     /// null; the hint is a FindFileHint. Raises OdError_NotThatKindOfClass for a database without
     /// the extension OdDbBaseDatabasePE.
-    /* 1*/ virtual OdString findFile(const OdString& name, OdDbBaseDatabase* database, int hint) = 0;
+    /* 1*/ virtual OdString findFile(const OdString& name, OdDbBaseDatabase* database,
+                                     int hint) = 0;
     /// The same for a caller that holds the document. For a relative name and a hint outside 1 to 3
     /// the document must not be null.
     /* 2*/ virtual OdString findFileInDocument(const OdString& name, OdRxObject* document,

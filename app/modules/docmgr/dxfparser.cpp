@@ -1,6 +1,6 @@
 #include "dxfparser.h"
 
-#include <fstream>
+#include <utility>
 
 #include <drawing/runtime.h>
 
@@ -22,6 +22,12 @@ void checkRoom(std::size_t count, std::uint64_t line) {
 // Records that belong to the entity before them.
 bool isPartOfEntity(const std::string& type) {
     return type == "VERTEX" || type == "SEQEND" || type == "ATTRIB";
+}
+
+// Blocks that the program made: a layout, a dimension's picture.
+bool isOwnBlock(const std::string& name) {
+    std::string upper = upperCase(name);
+    return upper.starts_with('*') || upper == "$MODEL_SPACE" || upper == "$PAPER_SPACE";
 }
 
 }  // namespace
@@ -144,8 +150,7 @@ void DxfParser::takeBlockRecord(const DxfRecord& record) {
         inBlock = true;
         std::string name = decoder.decode(nameOf(record));
         checkRoom(drawing.blocks.size(), record.line);
-        // A name that begins with "*" was made by the program: a layout, a dimension's picture.
-        if (!name.starts_with('*') && !name.starts_with('$')) {
+        if (!isOwnBlock(name)) {
             drawing.blocks.push_back(name);
         }
     } else if (record.type == "ENDBLK") {

@@ -71,16 +71,16 @@ class FileStream : public OdStreamBuf {
 
 void FileStream::fillBuffer() {
     bufferSize = 0;
+    if (position >= length()) {
+        fail(eEndOfFile);
+    }
     bufferStart = position;
     ssize_t got = 0;
     do {
         got = pread(file, buffer.data(), buffer.size(), static_cast<off_t>(position));
     } while (got < 0 && errno == EINTR);
-    if (got < 0) {
-        fail(eFileAccessErr, errno);
-    }
-    if (got == 0) {
-        fail(eEndOfFile);
+    if (got <= 0) {
+        fail(got == 0 ? eEndOfFile : eFileAccessErr, got == 0 ? 0 : errno);
     }
     bufferSize = static_cast<std::uint64_t>(got);
 }

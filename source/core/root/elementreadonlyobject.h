@@ -1,5 +1,5 @@
-// A tree node made of computed properties: a fixed list of names, each with a function that computes
-// its value anew for every read. Writes change nothing.
+// A tree node made of computed properties: a fixed list of names, each with a function that
+// computes its value anew for every read. Writes change nothing.
 //
 // The object counts references but never goes with the last one: whoever made it decides its life,
 // so a tree can hold it without owning it. Positions of the operations are those of

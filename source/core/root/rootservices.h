@@ -1,8 +1,8 @@
 // Looking services up.
 //
-// Service interfaces declare no run-time class of their own, so a cast asks for OdRxObject and passes
-// for every registered object: the type is a promise of the key. Services are fetched anew for each
-// use and released after it, so that a module may replace one at any time.
+// Service interfaces declare no run-time class of their own, so a cast asks for OdRxObject and
+// passes for every registered object: the type is a promise of the key. Services are fetched anew
+// for each use and released after it, so that a module may replace one at any time.
 #pragma once
 
 #include <drawing/runtime.h>

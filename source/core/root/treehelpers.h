@@ -11,8 +11,12 @@ inline bool hasKind(const VoJsonPtr& node, int kind) {
     return node && (node->valueType() & kElementKindMask) == kind;
 }
 
-inline bool isArray(const VoJsonPtr& node) { return hasKind(node, kElementArray); }
-inline bool isObject(const VoJsonPtr& node) { return hasKind(node, kElementObject); }
+inline bool isArray(const VoJsonPtr& node) {
+    return hasKind(node, kElementArray);
+}
+inline bool isObject(const VoJsonPtr& node) {
+    return hasKind(node, kElementObject);
+}
 
 inline bool hasValue(const VoJsonPtr& node) {
     return node && (node->valueType() & kElementNoValue) == 0;
@@ -52,14 +56,17 @@ inline VoJsonPtr objectUnder(const VoJsonPtr& node, const char* key) {
     return isObject(child) ? child : VoJsonPtr();
 }
 
-inline void* pointerPropertyOr(const VoJsonPtr& node, const OdAnsiString& key,
-                               void* defaultValue) {
+inline void* pointerPropertyOr(const VoJsonPtr& node, const OdAnsiString& key, void* defaultValue) {
     const VoJsonPtr child = node ? node->getProperty(key) : VoJsonPtr();
     return hasValue(child) ? child->ptrValue() : defaultValue;
 }
 
-inline VoJsonPtr newArray() { return ElementValue::createObject(kElementArray); }
-inline VoJsonPtr newObject() { return ElementValue::createObject(kElementObject); }
+inline VoJsonPtr newArray() {
+    return ElementValue::createObject(kElementArray);
+}
+inline VoJsonPtr newObject() {
+    return ElementValue::createObject(kElementObject);
+}
 
 /// A new text node.
 inline VoJsonPtr text(const OdAnsiString& value) {

@@ -19,11 +19,17 @@ OdAnsiString commandLineText(const char* key) {
     return tree::textOr(tree::at(vo_runtime_config("ExeOption"), key), "");
 }
 
-auto documentManager() { return requiredService<vosi::VosiDocMgrSvr>(vosi::kDocMgrKey); }
+auto documentManager() {
+    return requiredService<vosi::VosiDocMgrSvr>(vosi::kDocMgrKey);
+}
 
-auto autoTest() { return optionalService<vosi::VosiAutoTestSvr>(vosi::kAutoTestKey); }
+auto autoTest() {
+    return optionalService<vosi::VosiAutoTestSvr>(vosi::kAutoTestKey);
+}
 
-auto editSystem() { return requiredService<vosi::VosiEditSystemSvr>(vosi::kEditSystemKey); }
+auto editSystem() {
+    return requiredService<vosi::VosiEditSystemSvr>(vosi::kEditSystemKey);
+}
 
 void openDocument(const OdAnsiString& path) {
     documentManager()->openDocument(OdUtf8StringToOdString(path), 0, 0);

@@ -1,6 +1,6 @@
-// What start-up does once the main window is up. Each action runs on the interface thread and reports
-// nothing: what goes wrong is logged or passed over, and start-up goes on. A service that an action
-// can't do without and that no module registered raises OdError (eKeyNotFound).
+// What start-up does once the main window is up. Each action runs on the interface thread and
+// reports nothing: what goes wrong is logged or passed over, and start-up goes on. A service that
+// an action can't do without and that no module registered raises OdError (eKeyNotFound).
 #pragma once
 
 /// Tells the document manager and then the reactors that the main window is up.

@@ -1,4 +1,5 @@
-// The library's own services and the imported run-time classes: bring-up and tear-down side by side.
+// The library's own services and the imported run-time classes: bring-up and tear-down side by
+// side.
 #pragma once
 
 /// Initialises the imported classes and the dialog layer and registers "Core/Fiber",

@@ -28,7 +28,8 @@ class VoApFontsService : public VosiFindFontSvr, public ElementReadOnlyObject {
     static OdAnsiString exeRootPath();
     /// Appends the folders in which files of the hint are looked for; none for fonts.
     static void addPathsForHint(OdArray<OdAnsiString>& list, int hint);
-    /// The first file that fits the name in the first folder that has one; the name may be a pattern.
+    /// The first file that fits the name in the first folder that has one; the name may be a
+    /// pattern.
     static OdString searchFolders(const OdString& name, const OdArray<OdAnsiString>& folders);
 };
 

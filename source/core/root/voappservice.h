@@ -31,8 +31,8 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     VoAppService() = default;
     ~VoAppService() override;
 
-    // Overrides in the order of their slots: the first replaces the system side's own, the others are
-    // new there and are reached from the host side through forwarders.
+    // Overrides in the order of their slots: the first replaces the system side's own, the others
+    // are new there and are reached from the host side through forwarders.
     OdString formatMessage(unsigned int errorCode, va_list* argList) override;
     OdString findFile(const OdString& filename, OdDbBaseDatabase* database,
                       FindFileHint hint) override;
@@ -60,7 +60,8 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     /// Saves the user's tree and lets both trees go.
     void releaseConfig();
 
-    /// The module of that file name, loaded if need be; null when it can't be. Carries no reference.
+    /// The module of that file name, loaded if need be; null when it can't be. Carries no
+    /// reference.
     OdRxModule* loadExModule(const OdString& moduleName, bool silent);
     /// Unloads a module that loadExModule loaded; any other, and null, is left alone.
     void unloadExModule(OdRxModule* module);
@@ -111,5 +112,6 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
 /// The one application service object of the process; null before vemo_root and after vemo_exit.
 extern VoAppService* g_appService;
 
-/// The same, for callers that can't do without: raises OdError (eNotInitializedYet) while it is null.
+/// The same, for callers that can't do without: raises OdError (eNotInitializedYet) while it is
+/// null.
 VoAppService& appService();

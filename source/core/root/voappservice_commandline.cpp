@@ -104,8 +104,8 @@ VoJsonPtr VoAppService::readOptions(const char** argv, int argc) {
     optind = 0;
     for (;;) {
         int index = 0;
-        const int option = getopt_long(argc, const_cast<char* const*>(argv), kShortOptions,
-                                       kLongOptions, &index);
+        const int option =
+            getopt_long(argc, const_cast<char* const*>(argv), kShortOptions, kLongOptions, &index);
         if (option == -1) {
             break;
         }

@@ -66,8 +66,8 @@ void addMissing(const VoJsonPtr& target, const VoJsonPtr& source) {
 }  // namespace
 
 OdResult VoAppService::loadSystemConfig() {
-    const OdAnsiString path = OdStringToUtf8String(
-        findFile(OdUtf8StringToOdString(sysConfigPath), nullptr, kDefault));
+    const OdAnsiString path =
+        OdStringToUtf8String(findFile(OdUtf8StringToOdString(sysConfigPath), nullptr, kDefault));
     const VoJsonPtr formerTree = sysConfig;
     if (path.isEmpty()) {
         rootlog::write(rootlog::kError, __LINE__, rootlog::kAppService, "loadSystemConfig",

@@ -1,10 +1,10 @@
 // Extension modules: those that are loaded at the user's request, and the two records of them.
 #include <utils/paths.h>
 
+#include "core/voexports.h"
 #include "rootlog.h"
 #include "treehelpers.h"
 #include "voappservice.h"
-#include "core/voexports.h"
 
 namespace {
 
@@ -101,8 +101,7 @@ void VoAppService::removeExtModuleEntry(OdRxModule* module) {
     const VoJsonPtr list = extModuleList();
     for (int index = list.ArrayCount() - 1; index >= 0; --index) {
         const VoJsonPtr entry = list(index);
-        if (tree::isObject(entry) &&
-            tree::pointerPropertyOr(entry, "module", nullptr) == module) {
+        if (tree::isObject(entry) && tree::pointerPropertyOr(entry, "module", nullptr) == module) {
             list->removeItem(index);
         }
     }

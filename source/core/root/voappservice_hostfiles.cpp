@@ -31,7 +31,6 @@ OdString VoAppService::getSubstituteFont(const OdString& fontName, OdFontType fo
     return ExHostAppServices::getSubstituteFont(fontName, fontType);
 }
 
-bool VoAppService::ttfFileNameByDescriptor(const OdTtfDescriptor& description,
-                                           OdString& filename) {
+bool VoAppService::ttfFileNameByDescriptor(const OdTtfDescriptor& description, OdString& filename) {
     return ExHostAppServices::ttfFileNameByDescriptor(description, filename);
 }

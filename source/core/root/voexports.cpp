@@ -8,7 +8,9 @@
 
 namespace {
 
-VoJsonPtr systemTree() { return g_appService ? g_appService->systemTree() : VoJsonPtr(); }
+VoJsonPtr systemTree() {
+    return g_appService ? g_appService->systemTree() : VoJsonPtr();
+}
 
 VoJsonPtr createUnder(const VoJsonPtr& parent, const OdAnsiString& key, int createType) {
     const VoJsonPtr node = parent ? ElementValue::createObject(createType) : VoJsonPtr();
@@ -63,7 +65,9 @@ std::time_t vo_build_timestamp() {
     return stamp;
 }
 
-bool vo_is_appQuiting() { return !g_appService || g_appService->isQuitting(); }
+bool vo_is_appQuiting() {
+    return !g_appService || g_appService->isQuitting();
+}
 
 OdRxModule* voLoad_extModule(const OdString& name, bool silent) {
     return appService().loadExModule(name, silent);
@@ -75,4 +79,6 @@ void voUnload_extModule(const OdString& name) {
     }
 }
 
-ExHostAppServices* vodbSystemServices() { return g_appService; }
+ExHostAppServices* vodbSystemServices() {
+    return g_appService;
+}

@@ -16,15 +16,25 @@ void VosiApRxEventImpl::removeReactor(VosiApRxEventReactor* reactor) {
     }
 }
 
-void VosiApRxEventImpl::fireSysConfigLoaded() { fire(&VosiApRxEventReactor::onSysConfigLoaded); }
+void VosiApRxEventImpl::fireSysConfigLoaded() {
+    fire(&VosiApRxEventReactor::onSysConfigLoaded);
+}
 
-void VosiApRxEventImpl::fireUserConfigLoaded() { fire(&VosiApRxEventReactor::onUserConfigLoaded); }
+void VosiApRxEventImpl::fireUserConfigLoaded() {
+    fire(&VosiApRxEventReactor::onUserConfigLoaded);
+}
 
-void VosiApRxEventImpl::fireMainWindowReady() { fire(&VosiApRxEventReactor::onMainWindowReady); }
+void VosiApRxEventImpl::fireMainWindowReady() {
+    fire(&VosiApRxEventReactor::onMainWindowReady);
+}
 
-void VosiApRxEventImpl::fireAppStarted() { fire(&VosiApRxEventReactor::onAppStarted); }
+void VosiApRxEventImpl::fireAppStarted() {
+    fire(&VosiApRxEventReactor::onAppStarted);
+}
 
-void VosiApRxEventImpl::fireAppExiting() { fire(&VosiApRxEventReactor::onAppExiting); }
+void VosiApRxEventImpl::fireAppExiting() {
+    fire(&VosiApRxEventReactor::onAppExiting);
+}
 
 void VosiApRxEventImpl::fire(void (VosiApRxEventReactor::*operation)()) const {
     // The copy holds references of its own: handlers may add and remove reactors, themselves too,

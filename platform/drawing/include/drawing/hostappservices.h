@@ -1,15 +1,15 @@
 // What the runtime asks of the application that hosts it.
 //
 // Each class stands for one layer of the chain OdDbBaseHostAppServices, OdDbHostAppServices,
-// OdDbHostAppServices2, ExHostAppServices. Operations are called by their place in the virtual table:
-// collectFilePathsInDirectory stands between getSystemFontFolders and fileDialog, and
+// OdDbHostAppServices2, ExHostAppServices. Operations are called by their place in the virtual
+// table: collectFilePathsInDirectory stands between getSystemFontFolders and fileDialog, and
 // initializeModelerBuilder between numThreads and getEnv.
 //
 // Called on the thread that the runtime runs on. Objects are not copied and not counted here.
 #pragma once
 
-#include "drawing/oddbdatabase.h"
 #include "drawing/odarray.h"
+#include "drawing/oddbdatabase.h"
 #include "drawing/odstreambuf.h"
 #include "drawing/odttfdescriptor.h"
 
@@ -81,10 +81,11 @@ class DRAWING_EXPORT OdDbBaseHostAppServices : public OdRxObject {
     virtual OdString getFontMapFileName() const;
     /// The font to use in place of a missing one; this layer answers with the alternate font.
     virtual OdString getSubstituteFont(const OdString& fontName, OdFontType fontType);
-    /// Appends the system's font folders, none of which lies inside another; true when there are any.
+    /// Appends the system's font folders, none of which lies inside another; true when there are
+    /// any.
     virtual bool getSystemFontFolders(OdStringArray& folders) const;
-    /// Appends the full paths of the folder's files that fit the wildcard mask; the whole name's case
-    /// counts in this layer.
+    /// Appends the full paths of the folder's files that fit the wildcard mask; the whole name's
+    /// case counts in this layer.
     virtual void collectFilePathsInDirectory(OdStringArray& result, const OdString& directory,
                                              const OdString& mask);
     /// Asks the user for a file; this layer has no user and answers with the empty text.

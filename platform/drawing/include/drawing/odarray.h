@@ -75,7 +75,9 @@ class OdArray {
     void push_back(const T& value) { append(value); }
     OdArray& append(const OdArray& other) {
         const OdArray source(other);
-        change([&](std::vector<T>& items) { items.insert(items.end(), source.begin(), source.end()); });
+        change([&](std::vector<T>& items) {
+            items.insert(items.end(), source.begin(), source.end());
+        });
         return *this;
     }
     OdArray& insertAt(size_type index, const T& value) {

@@ -6,8 +6,8 @@
 
 class DRAWING_EXPORT OdCharMapper {
   public:
-    /// Reads a code page map: a UTF-8 text of lines "WINDOWS-NUMBER RUNTIME-NUMBER", empty lines and
-    /// lines that begin with "#" aside. Its rows go before the built-in ones. Gives eOk,
+    /// Reads a code page map: a UTF-8 text of lines "WINDOWS-NUMBER RUNTIME-NUMBER", empty lines
+    /// and lines that begin with "#" aside. Its rows go before the built-in ones. Gives eOk,
     /// eCantOpenFile, or eInvalidInput for a line of another form; then nothing is changed.
     static OdResult initialize(const OdString& fileName);
 

@@ -1,5 +1,5 @@
-// The runtime's strings: OdString is wide, OdAnsiString holds bytes, which in this system are UTF-8.
-// Both are plain values; an index outside a string raises OdError (eInvalidIndex).
+// The runtime's strings: OdString is wide, OdAnsiString holds bytes, which in this system are
+// UTF-8. Both are plain values; an index outside a string raises OdError (eInvalidIndex).
 #pragma once
 
 #include <cstdarg>
@@ -53,8 +53,8 @@ class OdStringCore {
         if (first > text.size()) {
             return Derived();
         }
-        return Derived(View(text).substr(
-            first, count < 0 ? View::npos : static_cast<std::size_t>(count)));
+        return Derived(
+            View(text).substr(first, count < 0 ? View::npos : static_cast<std::size_t>(count)));
     }
     Derived left(int count) const { return mid(0, count < 0 ? 0 : count); }
     Derived right(int count) const {
@@ -76,9 +76,7 @@ class OdStringCore {
         return self();
     }
 
-    friend Derived operator+(const Derived& a, const Derived& b) {
-        return Derived(a) += b.view();
-    }
+    friend Derived operator+(const Derived& a, const Derived& b) { return Derived(a) += b.view(); }
     friend Derived operator+(const Derived& a, const Char* b) { return Derived(a) += View(b); }
     friend Derived operator+(const Char* a, const Derived& b) { return Derived(a) += b.view(); }
     friend Derived operator+(const Derived& a, Char b) { return Derived(a) += b; }

@@ -4,19 +4,19 @@
 #include "drawing/rxobject.h"
 
 /// Declares a run-time class in a class body. Until rxInit and after rxUninit desc() is null.
-#define ODRX_DECLARE_MEMBERS(ClassName)                                  \
-  public:                                                                \
-    static OdRxClass* desc();                                            \
-    OdRxClass* isA() const override;                                     \
-    static void rxInit();                                                \
-    static void rxUninit();                                              \
-    static OdSmartPtr<ClassName> cast(const OdRxObject* object) {        \
-        return OdSmartPtr<ClassName>::cast(object);                      \
-    }                                                                    \
-                                                                         \
-  private:                                                               \
-    static OdRxClass* rxClassOfThis;                                  \
-                                                                         \
+#define ODRX_DECLARE_MEMBERS(ClassName)                           \
+  public:                                                         \
+    static OdRxClass* desc();                                     \
+    OdRxClass* isA() const override;                              \
+    static void rxInit();                                         \
+    static void rxUninit();                                       \
+    static OdSmartPtr<ClassName> cast(const OdRxObject* object) { \
+        return OdSmartPtr<ClassName>::cast(object);               \
+    }                                                             \
+                                                                  \
+  private:                                                        \
+    static OdRxClass* rxClassOfThis;                              \
+                                                                  \
   public:
 
 /// The run-time description of one class. Classes form a single-rooted tree; a class may carry
@@ -41,8 +41,8 @@ class DRAWING_EXPORT OdRxClass : public OdRxObject {
 using OdPseudoConstructor = OdRxObjectPtr (*)();
 
 /// Makes a run-time class. The name must be new, and a class is made on one thread at a time;
-/// otherwise raises OdError (eInvalidInput). A null parent is one whose own rxInit hasn't run: raises
-/// OdError (eNotInitializedYet). The constructor is null for an abstract class.
+/// otherwise raises OdError (eInvalidInput). A null parent is one whose own rxInit hasn't run:
+/// raises OdError (eNotInitializedYet). The constructor is null for an abstract class.
 DRAWING_EXPORT OdRxClass* newOdRxClass(const OdString& name, OdRxClass* parent,
                                        OdPseudoConstructor constructor);
 
@@ -50,15 +50,19 @@ DRAWING_EXPORT OdRxClass* newOdRxClass(const OdString& name, OdRxClass* parent,
 DRAWING_EXPORT void deleteOdRxClass(OdRxClass* rxClass);
 
 /// Defines the members of ODRX_DECLARE_MEMBERS. CONSTRUCTOR is an OdPseudoConstructor or nullptr.
-#define ODRX_DEFINE_MEMBERS(ClassName, Parent, CONSTRUCTOR, NAME)                 \
-    OdRxClass* ClassName::rxClassOfThis = nullptr;                             \
-    OdRxClass* ClassName::desc() { return rxClassOfThis; }                     \
-    OdRxClass* ClassName::isA() const { return rxClassOfThis; }                \
-    void ClassName::rxInit() {                                                    \
-        if (!rxClassOfThis) {                                                  \
-            rxClassOfThis = newOdRxClass(NAME, Parent::desc(), CONSTRUCTOR);   \
-        }                                                                         \
-    }                                                                             \
-    void ClassName::rxUninit() {                                                  \
-        deleteOdRxClass(std::exchange(rxClassOfThis, nullptr));                \
+#define ODRX_DEFINE_MEMBERS(ClassName, Parent, CONSTRUCTOR, NAME)            \
+    OdRxClass* ClassName::rxClassOfThis = nullptr;                           \
+    OdRxClass* ClassName::desc() {                                           \
+        return rxClassOfThis;                                                \
+    }                                                                        \
+    OdRxClass* ClassName::isA() const {                                      \
+        return rxClassOfThis;                                                \
+    }                                                                        \
+    void ClassName::rxInit() {                                               \
+        if (!rxClassOfThis) {                                                \
+            rxClassOfThis = newOdRxClass(NAME, Parent::desc(), CONSTRUCTOR); \
+        }                                                                    \
+    }                                                                        \
+    void ClassName::rxUninit() {                                             \
+        deleteOdRxClass(std::exchange(rxClassOfThis, nullptr));              \
     }

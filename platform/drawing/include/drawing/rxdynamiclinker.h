@@ -29,8 +29,8 @@ class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
     /// OdError_FileException (eCantOpenFile) with the reason instead.
     virtual OdRxModulePtr loadModule(const OdString& name, bool silent) = 0;
 
-    /// Ends a loaded module: its uninitApp runs, then the linker's reference goes, while the library
-    /// stays mapped. False when no module of that name is loaded.
+    /// Ends a loaded module: its uninitApp runs, then the linker's reference goes, while the
+    /// library stays mapped. False when no module of that name is loaded.
     virtual bool unloadModule(const OdString& name) = 0;
 
     /// The loaded module of that name, null when there is none.

@@ -8,8 +8,8 @@
 class DRAWING_EXPORT OdRxModule : public OdRxObject {
     ODRX_DECLARE_MEMBERS(OdRxModule)
 
-    /// Runs once after loading. What it raises reaches the loader's caller, and the module counts as
-    /// not loaded.
+    /// Runs once after loading. What it raises reaches the loader's caller, and the module counts
+    /// as not loaded.
     virtual void initApp() = 0;
     /// Runs once before the module goes.
     virtual void uninitApp() = 0;
@@ -35,10 +35,10 @@ using OdRxModuleEntry = OdRxModule* (*)(const OdString& moduleName);
 #define ODRX_MODULE_ENTRY_NAME "odrxCreateModuleObject"
 
 /// Defines the entry of a module library; the class derives from OdRxModuleBase.
-#define ODRX_DEFINE_DYNAMIC_MODULE(ClassName)                                            \
+#define ODRX_DEFINE_DYNAMIC_MODULE(ClassName)                                                 \
     extern "C" DRAWING_EXPORT OdRxModule* odrxCreateModuleObject(const OdString& moduleName); \
-    OdRxModule* odrxCreateModuleObject(const OdString& moduleName) {                     \
-        auto module = OdRxObjectImpl<ClassName>::createObject();                         \
-        module->setModuleName(moduleName);                                               \
-        return module.detach();                                                          \
+    OdRxModule* odrxCreateModuleObject(const OdString& moduleName) {                          \
+        auto module = OdRxObjectImpl<ClassName>::createObject();                              \
+        module->setModuleName(moduleName);                                                    \
+        return module.detach();                                                               \
     }

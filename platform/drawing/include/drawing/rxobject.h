@@ -1,8 +1,8 @@
 // Root of the runtime's object model and its smart pointers.
 //
-// Applications and modules that were built apart call these operations by their place in the virtual
-// table, so the order below is fixed: the destructor entries, then queryX, x, isA, addRef, release,
-// numRefs, clone, copyFrom, comparedTo, isEqualTo.
+// Applications and modules that were built apart call these operations by their place in the
+// virtual table, so the order below is fixed: the destructor entries, then queryX, x, isA, addRef,
+// release, numRefs, clone, copyFrom, comparedTo, isEqualTo.
 #pragma once
 
 #include <type_traits>
@@ -70,8 +70,7 @@ class OdSmartPtr {
     OdSmartPtr(const OdSmartPtr& other) : held(other.held) { hold(); }
     OdSmartPtr(OdSmartPtr&& other) noexcept : held(std::exchange(other.held, nullptr)) {}
     template <class Other>
-        requires(!std::is_same_v<Other, T>)
-    OdSmartPtr(const OdSmartPtr<Other>& other) {
+    requires(!std::is_same_v<Other, T>) OdSmartPtr(const OdSmartPtr<Other>& other) {
         if constexpr (std::is_base_of_v<T, Other>) {
             held = other.get();
             hold();
@@ -120,8 +119,8 @@ class OdSmartPtr {
     friend bool operator==(const OdSmartPtr& a, std::nullptr_t) { return a.held == nullptr; }
 
   private:
-    // A class without a run-time class of its own has that of OdRxObject, which every object answers
-    // to; its type is then a promise of whoever hands the object out.
+    // A class without a run-time class of its own has that of OdRxObject, which every object
+    // answers to; its type is then a promise of whoever hands the object out.
     static T* queried(const OdRxObject* object) {
         return object ? static_cast<T*>(object->queryX(T::desc())) : nullptr;
     }

@@ -16,8 +16,7 @@ class OdRxObjectImpl : public T {
 
     /// A new object, owned by the pointer.
     static OdSmartPtr<TInterface> createObject() {
-        return OdSmartPtr<TInterface>(static_cast<TInterface*>(new OdRxObjectImpl),
-                                      kOdRxObjAttach);
+        return OdSmartPtr<TInterface>(static_cast<TInterface*>(new OdRxObjectImpl), kOdRxObjAttach);
     }
 
     void addRef() override { refs.fetch_add(1, std::memory_order_relaxed); }

@@ -1,8 +1,8 @@
 // The application's log. Levels are 1 to 5; a higher one is more urgent.
 //
-// A line is "TIME LEVEL UNIT:LINE FUNCTION TEXT". It goes to standard error, and to a file where one
-// is named and turned on; a file that grows beyond its limit is renamed to NAME.1 and begun anew.
-// Any thread may write; the settings are made on one thread.
+// A line is "TIME LEVEL UNIT:LINE FUNCTION TEXT". It goes to standard error, and to a file where
+// one is named and turned on; a file that grows beyond its limit is renamed to NAME.1 and begun
+// anew. Any thread may write; the settings are made on one thread.
 #pragma once
 
 #include <drawing/runtime.h>

@@ -18,7 +18,7 @@ class UTILS_EXPORT ElementValue : public IElementValueBase {
     ODRX_HEAP_OPERATORS()
 
     /// A node without a value; the creator holds its one reference.
-    ElementValue();
+    ElementValue() : type(kElementNull | kElementNoValue) {}
     ~ElementValue() override;
 
     /// A new empty node of the kind: array, object, text or any other of ElementKind; null for a

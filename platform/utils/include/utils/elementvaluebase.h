@@ -1,13 +1,14 @@
-// Nodes of a value tree: the interface by which the application, its modules and computed nodes meet.
+// Nodes of a value tree: the interface by which the application, its modules and computed nodes
+// meet.
 //
 // A tree is the JSON data model with reference-counted nodes, 64-bit integers kept apart from real
-// numbers, and pointers. Operations are called by their place in the virtual table: positions 1 to 50
-// stand behind the destructor entries in the order below, numbered in comments. Derived classes that
-// were built apart add theirs behind position 50.
+// numbers, and pointers. Operations are called by their place in the virtual table: positions 1 to
+// 50 stand behind the destructor entries in the order below, numbered in comments. Derived classes
+// that were built apart add theirs behind position 50.
 //
 // Reference counts are atomic; otherwise a tree belongs to one thread, or one holder of the fiber
-// baton, at a time. Nothing here raises but for memory that runs out: what isn't there is null, what
-// has another kind reads as the zero of the kind asked for.
+// baton, at a time. Nothing here raises but for memory that runs out: what isn't there is null,
+// what has another kind reads as the zero of the kind asked for.
 #pragma once
 
 #include <cstdint>
@@ -88,7 +89,8 @@ class UTILS_EXPORT IElementValueBase {
     /* 5*/ virtual VoJsonPtr getItem(int index) const = 0;
     /* 6*/ virtual int itemCount() const = 0;
     /* 7*/ virtual int propertyCount() const = 0;
-    /// The child at the index in insertion order, with its key; null outside, and the key unchanged.
+    /// The child at the index in insertion order, with its key; null outside, and the key
+    /// unchanged.
     /* 8*/ virtual VoJsonPtr propertyAt(int index, OdAnsiString& key) const = 0;
     /* 9*/ virtual bool hasProperty(const OdAnsiString& key) const = 0;
 
@@ -106,11 +108,13 @@ class UTILS_EXPORT IElementValueBase {
                                               std::time_t defaultValue) const = 0;
 
     // Setters by key store a child, replacing what is there and keeping its place in the order, and
-    // return it; null when this node is no object. `flag` is false in this system and has no effect.
+    // return it; null when this node is no object. `flag` is false in this system and has no
+    // effect.
     /*19*/ virtual VoJsonPtr set_propertys(const OdAnsiString& key, const OdAnsiString& text,
                                            bool flag) = 0;
     /// Converts to UTF-8 and calls position 19.
-    /*20*/ virtual VoJsonPtr set_propertysW(const OdAnsiString& key, const OdString& text, bool flag);
+    /*20*/ virtual VoJsonPtr set_propertysW(const OdAnsiString& key, const OdString& text,
+                                            bool flag);
     /// Stores the node itself, not a copy. A null node stores nothing and gives null.
     /*21*/ virtual VoJsonPtr set_propertyJ(const OdAnsiString& key, const VoJsonPtr& node) = 0;
     /*22*/ virtual VoJsonPtr set_propertyI(const OdAnsiString& key, int value, bool flag) = 0;
@@ -153,8 +157,8 @@ class UTILS_EXPORT IElementValueBase {
     /*43*/ virtual int removeItem(int index) = 0;
     /// Replaces an element: the index, -1 outside the array or for a null node.
     /*44*/ virtual int setItem(int index, const VoJsonPtr& node) = 0;
-    /// Writes the tree to the stream as writeJson gives it; false when there is no stream or the tree
-    /// is too deep.
+    /// Writes the tree to the stream as writeJson gives it; false when there is no stream or the
+    /// tree is too deep.
     /*45*/ virtual bool writeBinary(OdSmartPtr<OdStreamBuf> stream) const;
     /// Merges the subtree into the child under the key, level by level: objects merge, a key that
     /// isn't there is added as a copy, and any other value that is there already stays. Number of
@@ -162,8 +166,8 @@ class UTILS_EXPORT IElementValueBase {
     /*46*/ virtual int mergeProperty(const OdAnsiString& key, const VoJsonPtr& subtree) = 0;
     /// Index of the key in the object's order plus 1, 0 when it is absent.
     /*47*/ virtual int propertyIndex(const OdAnsiString& key) const = 0;
-    /// Copies the children of another object into this one, each as a deep copy; those that are there
-    /// already are replaced only when `replace` is true.
+    /// Copies the children of another object into this one, each as a deep copy; those that are
+    /// there already are replaced only when `replace` is true.
     /*48*/ virtual void copySubProperty(const VoJsonPtr& source, bool replace);
     /// Deep copy of the tree from this node, computed nodes as the values that they have now; null
     /// when the tree is deeper than kMaxDepth. Pointer nodes that hold a reference take another.
@@ -171,12 +175,13 @@ class UTILS_EXPORT IElementValueBase {
     /// Drops all children, or the node's own value.
     /*50*/ virtual void clear() = 0;
 
-    /// The deepest tree that is read, written, copied or merged. Deeper ones are refused as a whole.
+    /// The deepest tree that is read, written, copied or merged. Deeper ones are refused as a
+    /// whole.
     static constexpr int kMaxDepth = 1000;
 
     /// The node at the "/"-separated path from this one, null if any part is absent. Each step goes
-    /// through getProperty, so a path can pass through a computed node; in an array a decimal number
-    /// names an element. A trailing "/" is ignored; the empty path asks for the key "".
+    /// through getProperty, so a path can pass through a computed node; in an array a decimal
+    /// number names an element. A trailing "/" is ignored; the empty path asks for the key "".
     VoJsonPtr quickGetProperty(const OdAnsiString& path) const;
 
     /// Stores a text under the key; a null text stores a text node that has no usable value.

@@ -1,7 +1,7 @@
 // The children of an object node: texts with nodes, in the order of their insertion.
 //
-// A few keys are compared one by one; from kSearched keys on, a hash index beside them tells where a
-// key stands. Belongs to one thread at a time, as the node does that holds it.
+// A few keys are compared one by one; from kSearched keys on, a hash index beside them tells where
+// a key stands. Belongs to one thread at a time, as the node does that holds it.
 #pragma once
 
 #include <cstdint>

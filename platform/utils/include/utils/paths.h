@@ -1,5 +1,5 @@
-// File names and files. Texts are UTF-8; the forms that end in W are wide. A path is split at "/" and
-// at "\", since names come out of drawings made elsewhere; what is joined is joined with "/".
+// File names and files. Texts are UTF-8; the forms that end in W are wide. A path is split at "/"
+// and at "\", since names come out of drawings made elsewhere; what is joined is joined with "/".
 // Unless a function says otherwise it may be called on any thread.
 #pragma once
 
@@ -11,7 +11,8 @@
 /// first followed by one "/".
 UTILS_EXPORT OdAnsiString voutCombinePath(const OdAnsiString& first, const OdAnsiString& second);
 
-/// The path without its last component; the closing separator stays: "/a/b" gives "/a/", "b" gives "".
+/// The path without its last component; the closing separator stays: "/a/b" gives "/a/", "b" gives
+/// "".
 UTILS_EXPORT OdAnsiString voutGetParentDir(const OdAnsiString& path);
 UTILS_EXPORT OdString voutGetParentDirW(const OdString& path);
 
@@ -27,9 +28,9 @@ UTILS_EXPORT OdAnsiString voutGetFileNoExtName(const OdAnsiString& path);
 UTILS_EXPORT bool voutIsExistFile(const OdAnsiString& path);
 
 /// Whether a file or folder stands at the path when each component is compared without regard to
-/// case; `found` is then its absolute path as it stands on disk, symbolic links not resolved. A name
-/// that fits exactly comes before one that differs in case, and every folder that fits is tried.
-/// `found` is unchanged on a miss.
+/// case; `found` is then its absolute path as it stands on disk, symbolic links not resolved. A
+/// name that fits exactly comes before one that differs in case, and every folder that fits is
+/// tried. `found` is unchanged on a miss.
 UTILS_EXPORT bool voutIsExistFileNoCaseSensitive(const OdAnsiString& path, OdAnsiString& found);
 UTILS_EXPORT bool voutIsExistFileNoCaseSensitiveW(const OdString& path, OdString& found);
 
@@ -43,10 +44,10 @@ UTILS_EXPORT bool voutCopyFile(const OdAnsiString& source, const OdAnsiString& t
 /// Appends the absolute paths of the files whose name fits the pattern without regard to case; "*"
 /// and "?" are its wildcards. `depth` levels of folders are searched, 1 being the folder alone.
 ///
-/// The folder is taken as it stands. Its own files come before those of its subfolders; in a folder,
-/// by name without extension (case ignored, then byte order), then by extension. Without a wildcard
-/// a name that fits exactly comes first. Symbolic links to folders are followed and loops end;
-/// answers keep the path as asked for. Folders that can't be read are skipped.
+/// The folder is taken as it stands. Its own files come before those of its subfolders; in a
+/// folder, by name without extension (case ignored, then byte order), then by extension. Without a
+/// wildcard a name that fits exactly comes first. Symbolic links to folders are followed and loops
+/// end; answers keep the path as asked for. Folders that can't be read are skipped.
 UTILS_EXPORT void voutGlobNoCaseSensitive2(const OdAnsiString& folder, const OdAnsiString& pattern,
                                            OdArray<OdAnsiString>& result, int depth);
 
@@ -55,11 +56,11 @@ UTILS_EXPORT void voutGlobNoCaseSensitive2(const OdAnsiString& folder, const OdA
 UTILS_EXPORT void voutEnumPaths(const VoJsonPtr& node, OdArray<OdAnsiString>& list);
 UTILS_EXPORT void voutEnumPathsW(const VoJsonPtr& node, OdStringArray& list);
 
-/// The path with each variable, a name between two "%", replaced by its value, in one pass. `root` is
-/// the system tree. Known are EXEPATH, APPDATAPATH, DOCUMENTPATH, TEMPPATH and SYSFONTPATH (texts
-/// ExeRootPath, AppDataPath, DocumentPath, TempPath and SysFontPath of its "Runtime" branch) and
-/// LANGUAGE (the text at "User/language", else at "Core/AppInfo/language", else zh-CN). A variable
-/// that is unknown, or whose text isn't in the tree, stays as it is.
+/// The path with each variable, a name between two "%", replaced by its value, in one pass. `root`
+/// is the system tree. Known are EXEPATH, APPDATAPATH, DOCUMENTPATH, TEMPPATH and SYSFONTPATH
+/// (texts ExeRootPath, AppDataPath, DocumentPath, TempPath and SysFontPath of its "Runtime" branch)
+/// and LANGUAGE (the text at "User/language", else at "Core/AppInfo/language", else zh-CN). A
+/// variable that is unknown, or whose text isn't in the tree, stays as it is.
 UTILS_EXPORT OdAnsiString vosiutEvaluatePath(const OdAnsiString& path, const VoJsonPtr& root);
 
 /// Stores the application's temporary folder; set it on one thread before others read it.

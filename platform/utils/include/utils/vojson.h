@@ -19,9 +19,9 @@ class UTILS_EXPORT VoJson : public VoJsonPtr {
 
     /// Reads the file at the UTF-8 path and points to its root. False, with the pointer unchanged,
     /// when the file isn't there or can't be read, is no JSON, holds ill-formed UTF-8 or is nested
-    /// too deeply; what is wrong with a file's text is logged at level 4 with line and column. A byte
-    /// order mark is skipped; of equal keys in one object the last wins. The last two arguments are
-    /// -1 and null in this system and have no effect.
+    /// too deeply; what is wrong with a file's text is logged at level 4 with line and column. A
+    /// byte order mark is skipped; of equal keys in one object the last wins. The last two
+    /// arguments are -1 and null in this system and have no effect.
     bool read(const OdAnsiString& path, int sizeLimit, const char* encoding);
 
     /// Writes the tree so that the file is at every moment the old text or the new one, whole: a

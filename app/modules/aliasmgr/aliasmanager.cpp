@@ -1,0 +1,48 @@
+#include "aliasmanager.h"
+
+#include <fstream>
+
+#include <core/voexports.h>
+#include <utils/paths.h>
+
+#include "findfile.h"
+#include "say.h"
+#include "text.h"
+
+namespace vemoapp {
+
+namespace {
+
+std::string pathOf(const OdString& fileName) {
+    OdString found = findFile(fileName);
+    if (!found.isEmpty()) {
+        return OdStringToUtf8String(found).str();
+    }
+    VoJsonPtr folder = vo_runtime_config("ExeRootPath");
+    return voutCombinePath(folder ? folder->strValue() : OdAnsiString(),
+                           OdStringToUtf8String(fileName))
+        .str();
+}
+
+}  // namespace
+
+void AliasManager::loadAliases() {
+    std::string path = pathOf(fileName);
+    if (!voutIsExistFile(path)) {
+        say("No alias file " + path + "; commands have their full names only.");
+        return;
+    }
+    std::ifstream stream(path, std::ios::binary);
+    table = readAliases(stream);
+    for (const std::string& error : table.errors) {
+        say(path + ", " + error);
+    }
+}
+
+std::string AliasManager::resolve(const std::string& word) const {
+    std::string name = upperCase(word);
+    auto found = table.commands.find(name);
+    return found == table.commands.end() ? name : found->second;
+}
+
+}  // namespace vemoapp

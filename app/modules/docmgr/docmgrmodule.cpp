@@ -1,0 +1,19 @@
+// The document manager's module.
+#include <app/services.h>
+
+#include "documentmanager.h"
+
+namespace {
+
+class DocMgrModule : public OdRxModuleBase {
+  public:
+    void initApp() override {
+        vo_arbitDict_regservice(
+            vosi::kDocMgrKey, OdRxObjectImpl<vemoapp::DocumentManager>::createObject());
+    }
+    void uninitApp() override { vo_arbitDict_clearservice(vosi::kDocMgrKey); }
+};
+
+}  // namespace
+
+ODRX_DEFINE_DYNAMIC_MODULE(DocMgrModule)

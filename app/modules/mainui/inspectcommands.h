@@ -1,0 +1,10 @@
+// Commands that show the application's insides: CONFIG, FIND, MODULES and SERVICES.
+#pragma once
+
+#include <app/commandtable.h>
+
+namespace vemoapp {
+
+void addInspectCommands(CommandTable& table);
+
+}  // namespace vemoapp

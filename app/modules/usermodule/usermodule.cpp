@@ -1,0 +1,43 @@
+// A user's module, as the list User/Library names them: it comes after the main window and adds a
+// command of its own. Copy it to begin another.
+#include <ctime>
+#include <string>
+
+#include <app/commandtable.h>
+#include <app/services.h>
+
+#include "say.h"
+
+namespace {
+
+constexpr const char* kCommandName = "ABOUT";
+
+void about(const vemoapp::Command::Arguments&) {
+    std::time_t built = vo_build_timestamp();
+    std::tm time{};
+    char text[32] = "";
+    gmtime_r(&built, &time);
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &time);
+    VoJsonPtr package = vo_runtime_config("packageName");
+    vemoapp::say((package ? package->strValue().str() : std::string("unnamed")) + ", built " +
+                 text);
+}
+
+class UserModule : public OdRxModuleBase {
+  public:
+    void initApp() override {
+        if (auto table = vemoapp::service<vemoapp::CommandTable>(vemoapp::kCommandTableKey)) {
+            table->add({kCommandName, "", "tells the package and its build", about});
+            vemoapp::say("User module: the command ABOUT was added.");
+        }
+    }
+    void uninitApp() override {
+        if (auto table = vemoapp::service<vemoapp::CommandTable>(vemoapp::kCommandTableKey)) {
+            table->remove(kCommandName);
+        }
+    }
+};
+
+}  // namespace
+
+ODRX_DEFINE_DYNAMIC_MODULE(UserModule)

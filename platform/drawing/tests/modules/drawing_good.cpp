@@ -1,0 +1,12 @@
+#include "tracingmodule.h"
+
+namespace {
+
+class GoodModule : public TracingModule {
+  public:
+    GoodModule() : TracingModule(L"good") {}
+};
+
+}  // namespace
+
+ODRX_DEFINE_DYNAMIC_MODULE(GoodModule)

@@ -1,0 +1,200 @@
+// Node storage: life, kind and children of plain nodes.
+#include "utils/elementvalue.h"
+
+#include "elementaccess.h"
+
+namespace {
+
+bool holdsChildren(const ElementValue& node) {
+    if (const auto* items = ElementAccess::held<ElementAccess::Items>(node)) {
+        return !items->empty();
+    }
+    const auto* members = ElementAccess::held<MemberTable>(node);
+    return members && members->size() > 0;
+}
+
+// The node if it takes children with it when this one reference to it goes.
+ElementValue* lastParent(IElementValueBase* node) {
+    if (!node) {
+        return nullptr;
+    }
+    auto* element = ElementAccess::plain(*node) ? static_cast<ElementValue*>(node)
+                                                : dynamic_cast<ElementValue*>(node);
+    const bool last = element && ElementAccess::isUnshared(*element) && holdsChildren(*element);
+    return last ? element : nullptr;
+}
+
+// Takes the children out of a value. Those that have children themselves are kept back.
+void scatter(ElementAccess::Value& value, std::vector<VoJsonPtr>& parents) {
+    const auto drop = [&parents](VoJsonPtr child) {
+        if (lastParent(child.get())) {
+            parents.push_back(std::move(child));
+        }
+    };
+    if (auto* items = std::get_if<ElementAccess::Items>(&value)) {
+        for (VoJsonPtr& item : *items) {
+            drop(std::move(item));
+        }
+    } else if (auto* members = std::get_if<MemberTable>(&value)) {
+        for (std::size_t place = 0; place < members->size(); ++place) {
+            drop(members->surrender(place));
+        }
+    }
+}
+
+// Drops a value level by level, so that the depth of the tree below it costs no stack.
+void dismantle(ElementAccess::Value value) {
+    std::vector<VoJsonPtr> parents;
+    scatter(value, parents);
+    while (!parents.empty()) {
+        const VoJsonPtr parent = std::move(parents.back());
+        parents.pop_back();
+        scatter(ElementAccess::value(static_cast<ElementValue&>(*parent.get())), parents);
+    }
+}
+
+}  // namespace
+
+ElementValue::~ElementValue() {
+    if (holdsChildren(*this)) {
+        freePointerValue();
+    }
+}
+
+void ElementValue::freePointerValue() {
+    type = kElementNull | kElementNoValue;
+    dismantle(std::exchange(value, Value()));
+}
+
+VoJsonPtr ElementValue::createObject(int kind) {
+    switch (kind) {
+        case kElementArray:
+            return ElementAccess::make<Items>(kind);
+        case kElementObject:
+            return ElementAccess::make<MemberTable>(kind);
+        case kElementText:
+            return ElementAccess::make<std::string>(kind);
+        case kElementInteger:
+        case kElementTime:
+            return ElementAccess::make<std::int64_t>(kind);
+        case kElementUnsigned:
+            return ElementAccess::make<std::uint64_t>(kind);
+        case kElementReal:
+            return ElementAccess::make<double>(kind);
+        case kElementBoolean:
+            return ElementAccess::make<bool>(kind);
+        case kElementPointer:
+            return ElementAccess::make<void*>(kind);
+        case kElementNull:
+            return VoJsonPtr::attach(new ElementValue);
+        default:
+            return nullptr;
+    }
+}
+
+void ElementValue::initWithUtf8String(const OdAnsiString& text, bool /*flag*/) {
+    freePointerValue();
+    ElementAccess::become<std::string>(*this, kElementText, text.view());
+}
+
+void ElementValue::addRef() const { refs.fetch_add(1, std::memory_order_relaxed); }
+
+void ElementValue::release() const {
+    // Whoever holds the only reference is alone with the node and needs no atomic subtraction.
+    if (refs.load(std::memory_order_acquire) == 1 ||
+        refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        delete this;
+    }
+}
+
+int ElementValue::valueType() const { return type; }
+
+VoJsonPtr ElementValue::getProperty(const OdAnsiString& key) const {
+    const auto* members = std::get_if<MemberTable>(&value);
+    return members ? members->nodeUnder(key.view()) : nullptr;
+}
+
+VoJsonPtr ElementValue::getItem(int index) const {
+    const bool inside = index >= 0 && index < itemCount();
+    return inside ? std::get<Items>(value)[static_cast<std::size_t>(index)] : nullptr;
+}
+
+int ElementValue::itemCount() const {
+    const auto* items = std::get_if<Items>(&value);
+    return items ? static_cast<int>(items->size()) : 0;
+}
+
+int ElementValue::propertyCount() const {
+    const auto* members = std::get_if<MemberTable>(&value);
+    return members ? static_cast<int>(members->size()) : 0;
+}
+
+VoJsonPtr ElementValue::propertyAt(int index, OdAnsiString& key) const {
+    if (index < 0 || index >= propertyCount()) {
+        return nullptr;
+    }
+    const auto& member = std::get<MemberTable>(value).at(static_cast<std::size_t>(index));
+    key = member.key;
+    return member.node;
+}
+
+bool ElementValue::hasProperty(const OdAnsiString& key) const {
+    return propertyIndex(key) > 0;
+}
+
+int ElementValue::propertyIndex(const OdAnsiString& key) const {
+    const auto* members = std::get_if<MemberTable>(&value);
+    return members ? members->find(key.view()) + 1 : 0;
+}
+
+IElementValueBase* ElementValue::removeProperty(const OdAnsiString& key) {
+    if (const int index = propertyIndex(key); index > 0) {
+        std::get<MemberTable>(value).remove(static_cast<std::size_t>(index - 1));
+    }
+    return this;
+}
+
+int ElementValue::append(const VoJsonPtr& node) { return insertItem(itemCount(), node); }
+
+int ElementValue::insertItem(int index, const VoJsonPtr& node) {
+    auto* items = std::get_if<Items>(&value);
+    if (!items || !node || index < 0 || index > itemCount()) {
+        return 0;
+    }
+    items->insert(items->begin() + index, node);
+    return itemCount();
+}
+
+int ElementValue::removeItem(int index) {
+    if (index < 0 || index >= itemCount()) {
+        return -1;
+    }
+    auto& items = std::get<Items>(value);
+    // The node outlives the shift: its release may run code that looks at this array.
+    const VoJsonPtr removed = items[static_cast<std::size_t>(index)];
+    items.erase(items.begin() + index);
+    return index;
+}
+
+int ElementValue::setItem(int index, const VoJsonPtr& node) {
+    if (!node || index < 0 || index >= itemCount()) {
+        return -1;
+    }
+    std::get<Items>(value)[static_cast<std::size_t>(index)] = node;
+    return index;
+}
+
+void ElementValue::clear() {
+    if ((valueType() & kElementReadOnly) != 0) {
+        return;
+    }
+    Value emptied;
+    if (std::holds_alternative<Items>(value)) {
+        emptied.emplace<Items>();
+    } else if (std::holds_alternative<MemberTable>(value)) {
+        emptied.emplace<MemberTable>();
+    } else {
+        type |= kElementNoValue;
+    }
+    dismantle(std::exchange(value, std::move(emptied)));
+}
