@@ -3,9 +3,8 @@
 #include <sched.h>
 
 #include <array>
-#include <random>
 
-#include "fiber_world.h"
+#include "fiber_crowd.h"
 
 namespace {
 
@@ -25,41 +24,11 @@ void stayOnOneCore() {
 
 TEST(FiberStress, SwitchesAMillionTimesAmong64Fibers) {
     stayOnOneCore();
-    constexpr int kSwitches = 1'000'000;
     FiberWorld world(&mainTag);
-    std::minstd_rand random;
-    std::array<VoFiberHandle, 64> fibers{};
-    std::array<int, 64> runs{};
-    VoFiberHandle expected = nullptr;
-    int switches = 0;
-    int misdirected = 0;
-    const auto handOnUntilDone = [&] {
-        while (switches < kSwitches) {
-            misdirected += world.service->currentFiber() != expected;
-            const std::size_t next = random() % fibers.size();
-            if (fibers[next] == expected) {
-                continue;
-            }
-            ++switches;
-            ++runs[next];
-            expected = fibers[next];
-            world.run(expected);
-        }
-    };
-    for (VoFiberHandle& fiber : fibers) {
-        fiber = world.create(handOnUntilDone);
-    }
-    // The first switch goes on until the count is reached; the others find it reached and end.
-    for (const VoFiberHandle fiber : fibers) {
-        expected = fiber;
-        world.run(fiber);
-        world.service->deleteFiber(fiber);
-    }
-    EXPECT_EQ(switches, kSwitches);
-    EXPECT_EQ(misdirected, 0);
-    for (const int count : runs) {
-        EXPECT_GT(count, 0);
-    }
+    FiberCrowd crowd(world, 64);
+    crowd.run(1'000'000);
+    EXPECT_EQ(crowd.misdirected(), 0);
+    EXPECT_GT(crowd.fewestTurns(), 10'000);
     EXPECT_EQ(world.service->convertFiberToThread(&mainTag), 1);
 }
 

@@ -3,9 +3,12 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <thread>
 
 #include "fiber_world.h"
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -16,6 +19,20 @@ bool isOffOnAnotherThread(VoFiberSvr& service) {
     std::thread([&] { answer = service.isOffCurrentFiber(); }).join();
     return answer;
 }
+
+// Counts the threads that have ended, of those that marked themselves.
+std::atomic<int> endedThreads = 0;
+struct EndOfThread {
+    bool marked = false;
+    ~EndOfThread() {
+        if (marked) {
+            // Long enough to be missed by whoever doesn't join the thread.
+            std::this_thread::sleep_for(20ms);
+            ++endedThreads;
+        }
+    }
+};
+thread_local EndOfThread endOfThread;
 
 void neverRun(void*) {
     ADD_FAILURE() << "a fiber ran that nobody switched to";
@@ -181,15 +198,8 @@ TEST(Fiber, GivesNullAndGoesOnWhenNoThreadStarts) {
 }
 
 TEST(FiberTearDown, EndsTheThreadsOfFreeRecordsAlone) {
-    static std::atomic<int> endedThreads = 0;
-    struct EndOfThread {
-        bool used = false;
-        ~EndOfThread() { ++endedThreads; }
-    };
-    static thread_local EndOfThread endOfThread;
-
     FiberWorld world(&mainTag);
-    const auto markThread = [] { endOfThread.used = true; };
+    const auto markThread = [] { endOfThread.marked = true; };
     const VoFiberHandle ended = world.create(markThread, [&] { world.trace += "ended"; });
     const VoFiberHandle unused = world.service->createFiber(0, neverRun, nullptr);
     const VoFiberHandle suspended = world.create([&] {
@@ -198,7 +208,7 @@ TEST(FiberTearDown, EndsTheThreadsOfFreeRecordsAlone) {
         world.run(world.main);
         ADD_FAILURE() << "a fiber in use was woken";
     });
-    world.service->createFiber(0, neverRun, &tagA);
+    const VoFiberHandle waiting = world.service->createFiber(0, neverRun, &tagA);
     world.run(ended);
     world.run(suspended);
     world.service->deleteFiber(ended);
@@ -209,6 +219,23 @@ TEST(FiberTearDown, EndsTheThreadsOfFreeRecordsAlone) {
     EXPECT_EQ(endedThreads, 1);
     EXPECT_EQ(world.trace, "ended");
     EXPECT_EQ(world.service->findFiberByData(&tagA), nullptr);
+    EXPECT_EQ(world.service->fiberData(waiting), &tagA) << "its thread sleeps on in the record";
+}
+
+TEST(FiberTearDown, WaitsForAFiberOnItsWayToSleep) {
+    static thread_local bool slowly = false;
+    static std::atomic<bool> asleep = false;
+    vofiber::systemCalls.wait = [](pthread_cond_t* cond, pthread_mutex_t* mutex) {
+        if (slowly) {
+            std::this_thread::sleep_for(20ms);
+            asleep = true;
+        }
+        return pthread_cond_wait(cond, mutex);
+    };
+    FiberWorld world(&mainTag);
+    world.run(world.create([] { slowly = true; }));
+    EXPECT_EQ(world.service->convertFiberToThread(&mainTag), 1);
+    EXPECT_TRUE(asleep);
 }
 
 TEST(FiberTearDown, LeavesAServiceThatMakesNoMoreFibers) {

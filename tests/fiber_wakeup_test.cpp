@@ -3,11 +3,10 @@
 // is replaced by one that makes them.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 #include <semaphore>
 
-#include "fiber_world.h"
+#include "fiber_crowd.h"
 
 namespace {
 
@@ -110,35 +109,12 @@ TEST_F(FiberWakeup, DoesNotStartARoutine) {
     EXPECT_EQ(world.trace, "x");
 }
 
-// Fibers come, switch among each other at random and go; whoever runs must be the one that the last
-// switch named.
+// The threads of one crowd serve the next.
 TEST_F(FiberWakeup, KeepsTheOrderUnderAStormOfReturns) {
     vofiber::systemCalls.wait = waitOrReturn;
-    std::minstd_rand random;
-    std::array<VoFiberHandle, 16> fibers{};
-    VoFiberHandle expected = world.main;
-    int switchesLeft = 0;
-    const auto handOnUntilDone = [&] {
-        while (switchesLeft > 0) {
-            EXPECT_EQ(world.service->currentFiber(), expected);
-            --switchesLeft;
-            expected = fibers[random() % fibers.size()];
-            world.run(expected);
-        }
-        expected = world.main;
-    };
     for (int round = 0; round < 20; ++round) {
-        for (VoFiberHandle& fiber : fibers) {
-            fiber = world.create(handOnUntilDone);
-        }
-        switchesLeft = 200;
-        for (const VoFiberHandle fiber : fibers) {
-            expected = fiber;
-            world.run(fiber);
-            ASSERT_EQ(world.service->currentFiber(), world.main);
-        }
-        for (const VoFiberHandle fiber : fibers) {
-            world.service->deleteFiber(fiber);
-        }
+        FiberCrowd crowd(world, 16);
+        crowd.run(500);
+        EXPECT_EQ(crowd.misdirected(), 0);
     }
 }

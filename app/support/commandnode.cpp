@@ -10,6 +10,8 @@ VoJsonPtr commandNode(const std::string& line) {
     return node;
 }
 
-std::string commandOf(const VoJsonPtr& node) { return node ? node->strValue().str() : ""; }
+std::string commandOf(const VoJsonPtr& node) {
+    return node ? node->strValue().str() : "";
+}
 
 }  // namespace vemoapp

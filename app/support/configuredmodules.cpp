@@ -12,21 +12,21 @@ struct ModuleList {
     bool bareNames;  // the entry foo means libfoo.so
 };
 
-constexpr ModuleList kLists[] = {{"Core/OdaLibrary", false},
-                                 {"Core/CoreLibrary", true},
-                                 {"Core/Library", true},
-                                 {"User/Library", false}};
+constexpr ModuleList kCoreLists[] = {
+    {"Core/OdaLibrary", false}, {"Core/CoreLibrary", true}, {"Core/Library", true}};
+constexpr ModuleList kUserList = {"User/Library", false};
 
 OdString fileNameOf(const OdAnsiString& entry, bool bareName) {
     OdString name = OdUtf8StringToOdString(entry);
     return bareName ? L"lib" + name + L".so" : name;
 }
 
-std::string reasonFor(const OdString& file) {
+// The linker notes some failures under the path that was asked for and some under the bare name.
+std::string reasonFor(const OdString& moduleName) {
     std::string reason = "not tried";
     const auto failures = odrxDynamicLinker()->failures();
     for (const OdRxModuleFailure& failure : failures) {
-        if (failure.moduleName == file) {
+        if (voutGetLastFileNameInPathW(failure.moduleName) == moduleName) {
             reason = OdStringToUtf8String(failure.reason).str();
         }
     }
@@ -40,25 +40,33 @@ void addMissing(const ModuleList& list, std::vector<MissingModule>& missing) {
         OdString file = fileNameOf(entry, list.bareNames);
         OdString moduleName = voutGetLastFileNameInPathW(file);
         if (!entry.isEmpty() && !odrxDynamicLinker()->loadedModule(moduleName)) {
-            missing.push_back({list.key, OdStringToUtf8String(file).str(), reasonFor(file)});
+            missing.push_back({list.key, OdStringToUtf8String(file).str(), reasonFor(moduleName)});
         }
     }
 }
 
 }  // namespace
 
-std::vector<MissingModule> missingModules() {
+std::vector<MissingModule> missingCoreModules() {
     std::vector<MissingModule> missing;
-    for (const ModuleList& list : kLists) {
+    for (const ModuleList& list : kCoreLists) {
         addMissing(list, missing);
     }
     return missing;
 }
 
-int configuredModuleCount() {
-    return vo_sys_config("Core/OdaLibrary").ArrayCount() +
-           vo_sys_config("Core/CoreLibrary").ArrayCount() +
-           vo_sys_config("Core/Library").ArrayCount();
+std::vector<MissingModule> missingUserModules() {
+    std::vector<MissingModule> missing;
+    addMissing(kUserList, missing);
+    return missing;
+}
+
+int configuredCoreModules() {
+    int count = 0;
+    for (const ModuleList& list : kCoreLists) {
+        count += vo_sys_config(list.key).ArrayCount();
+    }
+    return count;
 }
 
 }  // namespace vemoapp

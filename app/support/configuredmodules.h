@@ -13,11 +13,14 @@ struct MissingModule {
     std::string reason;  // the linker's words, or that it was never tried
 };
 
-/// What isn't loaded of the lists Core/OdaLibrary, Core/CoreLibrary, Core/Library and User/Library.
-/// Only while the runtime is up.
-std::vector<MissingModule> missingModules();
+/// What isn't loaded of the lists Core/OdaLibrary, Core/CoreLibrary and Core/Library, which come
+/// before the main window. Only while the runtime is up, as the next.
+std::vector<MissingModule> missingCoreModules();
 
-/// How many modules the first wave's lists name.
-int configuredModuleCount();
+/// What isn't loaded of the list User/Library, which comes after it.
+std::vector<MissingModule> missingUserModules();
+
+/// How many modules the lists before the main window name.
+int configuredCoreModules();
 
 }  // namespace vemoapp

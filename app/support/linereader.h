@@ -7,14 +7,13 @@
 
 namespace vemoapp {
 
-/// Reads lines that end in LF or CRLF; the last one may end with the stream. The stream must outlive
-/// the reader. A read error of a file stream raises std::ios_base::failure.
+/// Reads lines that end in LF or CRLF; the last one may end with the stream. The stream must
+/// outlive the reader. A read error of a file stream raises std::ios_base::failure.
 class LineReader {
   public:
     enum Result { kLine, kTooLong, kEnd };
 
-    LineReader(std::istream& stream, std::size_t lengthLimit)
-        : input(stream), limit(lengthLimit) {}
+    LineReader(std::istream& stream, std::size_t lengthLimit) : input(stream), limit(lengthLimit) {}
 
     /// Reads the next line, without its end. For a line beyond the limit gives kTooLong with its
     /// beginning; the rest is skipped by the next call.

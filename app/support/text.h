@@ -15,7 +15,8 @@ std::string_view trimmed(std::string_view text);
 /// The words of a line; double quotes keep blanks together and are dropped.
 std::vector<std::string> splitWords(std::string_view line);
 
-/// The items with the separator between them. Beyond `limit` items the rest is counted: "and 3 more".
+/// The items with the separator between them. Beyond `limit` items the rest is counted: "and 3
+/// more".
 std::string joined(const std::vector<std::string>& items, std::string_view separator,
                    std::size_t limit);
 

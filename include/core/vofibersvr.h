@@ -4,7 +4,9 @@
 // convertThreadToFiber on the first fiber's thread, then any number of createFiber, switchToFiber
 // and deleteFiber, and at the end optionally convertFiberToThread from the fiber that was
 // converted. Each fiber is a thread of its own, so thread-local state belongs to a fiber. A thread
-// outside the fiber world may ask (the last five operations) but must not create, switch or delete.
+// outside the fiber world must not create, switch or delete. It may ask currentFiber and
+// isOffCurrentFiber at any time, and fiberData, currentFiberData and findFiberByData only while the
+// fibers can't change.
 #pragma once
 
 #include <cstddef>
@@ -23,8 +25,8 @@ using VoFiberRoutine = void (*)(void* data);
 class VoFiberSvr : public OdRxObject {
   public:
     /// A fiber that runs the routine from the first switch to it on; null when no thread could be
-    /// started. The stack size is ignored. Needs a current fiber. `data` is the routine's argument
-    /// and the fiber's data value.
+    /// started, without a current fiber, and once the service was taken down. The stack size is
+    /// ignored. `data` is the routine's argument and the fiber's data value.
     /* 1*/ virtual VoFiberHandle createFiber(std::size_t stackSize, VoFiberRoutine routine,
                                              void* data) = 0;
     /// Makes the calling thread a fiber and the current one.
@@ -37,7 +39,8 @@ class VoFiberSvr : public OdRxObject {
     /* 4*/ virtual void switchToFiber(VoFiberHandle fiber) = 0;
     /// The same for the fiber that findFiberByData gives.
     /* 5*/ virtual void switchToFiberByData(void* data) = 0;
-    /// Gives a fiber back for reuse; null is allowed. Its thread serves a later createFiber.
+    /// Gives a fiber back for reuse; null is allowed. Its thread serves a later createFiber. When
+    /// it never ran, that createFiber runs its routine at once, with the creator still current.
     /* 6*/ virtual void deleteFiber(VoFiberHandle fiber) = 0;
     /// The fiber's data value; null for a null handle.
     /* 7*/ virtual void* fiberData(VoFiberHandle fiber) = 0;

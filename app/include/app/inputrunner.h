@@ -5,8 +5,8 @@
 
 namespace vemoapp {
 
-/// "App/InputRunner", and under "Core/InputQueue" as the library knows it. A record's `inputNode` is a
-/// text node with one command line.
+/// "App/InputRunner", and under "Core/InputQueue" as the library knows it. A record's `inputNode`
+/// is a text node with one command line.
 class InputRunner : public vosi::VosiInputQueue {
   public:
     // What a person types is posted with these two.

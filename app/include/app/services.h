@@ -1,8 +1,8 @@
 // How the application's parts find each other.
 //
-// A key of the library promises the library's class and no more, so that another module may take its
-// place. What the application's own parts need beyond that is registered under keys of its own, which
-// promise the classes in this folder. Everything here is used on the interface thread.
+// A key of the library promises the library's class and no more, so that another module may take
+// its place. What the application's own parts need beyond that is registered under keys of its own,
+// which promise the classes in this folder. Everything here is used on the interface thread.
 #pragma once
 
 #include <core/voexports.h>

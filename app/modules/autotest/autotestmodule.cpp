@@ -3,22 +3,25 @@
 
 #include "autotestservice.h"
 
+namespace vemoapp {
+
 namespace {
 
 class AutoTestModule : public OdRxModuleBase {
   public:
     void initApp() override {
-        using namespace vemoapp;
         OdSmartPtr<CommandRecorder> recorder = OdRxObjectImpl<AutoTestService>::createObject();
         vo_arbitDict_regservice(vosi::kAutoTestKey, recorder);
         vo_arbitDict_regservice(kCommandRecorderKey, recorder);
     }
     void uninitApp() override {
-        vo_arbitDict_clearservice(vemoapp::kCommandRecorderKey);
+        vo_arbitDict_clearservice(kCommandRecorderKey);
         vo_arbitDict_clearservice(vosi::kAutoTestKey);
     }
 };
 
 }  // namespace
 
-ODRX_DEFINE_DYNAMIC_MODULE(AutoTestModule)
+}  // namespace vemoapp
+
+ODRX_DEFINE_DYNAMIC_MODULE(vemoapp::AutoTestModule)

@@ -23,8 +23,8 @@ class ScriptReader : public vosi::VosiScriptReader {
     std::size_t index = 0;
 };
 
-/// Each command is in the file before it runs, so that a script shows what the application was doing
-/// when it died.
+/// Each command is in the file before it runs, so that a script shows what the application was
+/// doing when it died.
 class AutoTestService : public CommandRecorder {
   public:
     /// The path may hold the configuration's path variables.

@@ -3,17 +3,20 @@
 
 #include "documentmanager.h"
 
+namespace vemoapp {
+
 namespace {
 
 class DocMgrModule : public OdRxModuleBase {
   public:
     void initApp() override {
-        vo_arbitDict_regservice(
-            vosi::kDocMgrKey, OdRxObjectImpl<vemoapp::DocumentManager>::createObject());
+        vo_arbitDict_regservice(vosi::kDocMgrKey, OdRxObjectImpl<DocumentManager>::createObject());
     }
     void uninitApp() override { vo_arbitDict_clearservice(vosi::kDocMgrKey); }
 };
 
 }  // namespace
 
-ODRX_DEFINE_DYNAMIC_MODULE(DocMgrModule)
+}  // namespace vemoapp
+
+ODRX_DEFINE_DYNAMIC_MODULE(vemoapp::DocMgrModule)

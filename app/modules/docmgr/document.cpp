@@ -7,11 +7,17 @@ namespace vemoapp {
 
 DocumentData::DocumentData() : entries(OdRxDictionary::desc()->create()) {}
 
-Document::Document() : data(OdRxObjectImpl<DocumentData>::createObject()) { data->setOwner(this); }
+Document::Document() : data(OdRxObjectImpl<DocumentData>::createObject()) {
+    data->setOwner(this);
+}
 
-Document::~Document() { data->setOwner(nullptr); }
+Document::~Document() {
+    data->setOwner(nullptr);
+}
 
-OdString Document::documentFolder() { return voutGetParentDirW(filePath); }
+OdString Document::documentFolder() {
+    return voutGetParentDirW(filePath);
+}
 
 void Document::assign(const std::string& title, const OdString& path, const DxfDrawing& content) {
     name = title;

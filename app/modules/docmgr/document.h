@@ -11,7 +11,8 @@ namespace vemoapp {
 
 class Document;
 
-/// What a document keeps beside its drawing. It may outlive the document, which then is gone from it.
+/// What a document keeps beside its drawing. It may outlive the document, which then is gone from
+/// it.
 class DocumentData : public vosi::VosiDocumentData {
   public:
     DocumentData();

@@ -3,6 +3,7 @@
 #include <app/commandtable.h>
 #include <app/inputrunner.h>
 #include <app/services.h>
+#include <utils/paths.h>
 
 #include "findfile.h"
 #include "say.h"
@@ -11,12 +12,20 @@ namespace vemoapp {
 
 namespace {
 
-std::string utf8(const OdString& text) { return OdStringToUtf8String(text).str(); }
+std::string utf8(const OdString& text) {
+    return OdStringToUtf8String(text).str();
+}
 
 void sayLines(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         say(line);
     }
+}
+
+// A template's path comes out of the configuration, with its path variables.
+OdString evaluated(const OdString& path) {
+    return OdUtf8StringToOdString(
+        vosiutEvaluatePath(OdStringToUtf8String(path), vo_sys_config("")));
 }
 
 // What a new drawing starts from.
@@ -60,11 +69,11 @@ OdSmartPtr<vosi::VosiDocumentIterator> DocumentManager::newDocumentIterator() {
 }
 
 void DocumentManager::newDocument(const OdString& templatePath, bool makeCurrent) {
-    DxfDrawing drawing = drawingFromTemplate(templatePath);
+    OdString path = evaluated(templatePath);
+    DxfDrawing drawing = drawingFromTemplate(path);
     std::string title = "Drawing" + std::to_string(++newDrawings);
     addDocument(title, OdString(), drawing, makeCurrent);
-    say("New drawing " + title +
-        (templatePath.isEmpty() ? "" : ", template " + utf8(templatePath)));
+    say("New drawing " + title + (path.isEmpty() ? "" : ", template " + utf8(path)));
 }
 
 void DocumentManager::openDocument(const OdString& path, int /*mode*/, int /*flags*/) {

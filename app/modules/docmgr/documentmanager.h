@@ -30,8 +30,8 @@ class DocumentManager : public vosi::VosiDocMgrSvr {
     OdSmartPtr<vosi::VosiDocumentIterator> newDocumentIterator() override;
     /// A template that can't be read leaves the new drawing empty.
     void newDocument(const OdString& templatePath, bool makeCurrent) override;
-    /// Looks the name up as the host services look up any file. A drawing that is open already becomes
-    /// the current one.
+    /// Looks the name up as the host services look up any file. A drawing that is open already
+    /// becomes the current one.
     void openDocument(const OdString& path, int mode, int flags) override;
     /// Adds the commands OPEN, NEW and STATUS.
     void startUp() override;

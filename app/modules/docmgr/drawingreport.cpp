@@ -12,16 +12,34 @@ constexpr std::uint32_t kBold = 0x02000000;
 constexpr std::uint32_t kItalic = 0x01000000;
 
 // Names of the INSUNITS codes, in their order.
-constexpr const char* kUnitNames[] = {
-    "unitless",     "inches",      "feet",       "miles",       "millimetres",
-    "centimetres",  "metres",      "kilometres", "microinches", "mils",
-    "yards",        "angstroms",   "nanometres", "microns",     "decimetres",
-    "decametres",   "hectometres", "gigametres", "astronomical units",
-    "light years",  "parsecs"};
+constexpr const char* kUnitNames[] = {"unitless",
+                                      "inches",
+                                      "feet",
+                                      "miles",
+                                      "millimetres",
+                                      "centimetres",
+                                      "metres",
+                                      "kilometres",
+                                      "microinches",
+                                      "mils",
+                                      "yards",
+                                      "angstroms",
+                                      "nanometres",
+                                      "microns",
+                                      "decimetres",
+                                      "decametres",
+                                      "hectometres",
+                                      "gigametres",
+                                      "astronomical units",
+                                      "light years",
+                                      "parsecs"};
 
-std::string unitsName(int units) {
-    bool known = units >= 0 && units < static_cast<int>(std::size(kUnitNames));
-    return known ? kUnitNames[units] : "code " + std::to_string(units);
+std::string unitsName(const std::optional<int>& units) {
+    if (!units) {
+        return "not stated";
+    }
+    bool known = *units >= 0 && *units < static_cast<int>(std::size(kUnitNames));
+    return known ? kUnitNames[*units] : "code " + std::to_string(*units);
 }
 
 std::string headerLine(const DxfDrawing& drawing) {

@@ -18,7 +18,9 @@ std::uint64_t DxfDrawing::entityTotal() const {
     return total;
 }
 
-DxfDrawing readDxfDrawing(std::istream& stream) { return DxfParser(stream).parse(); }
+DxfDrawing readDxfDrawing(std::istream& stream) {
+    return DxfParser(stream).parse();
+}
 
 DxfDrawing readDxfFile(const std::string& path) {
     OdString name = OdUtf8StringToOdString(path);

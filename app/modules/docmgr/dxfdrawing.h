@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <istream>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,9 +29,9 @@ struct DxfTextStyle {
 
 /// A drawing's content as counted by its reader. All texts are UTF-8.
 struct DxfDrawing {
-    std::string version;   // "AC1015"; empty when the drawing doesn't say
-    std::string codePage;  // "ANSI_936"
-    int units = 0;         // the INSUNITS code
+    std::string version;       // "AC1015"; empty when the drawing doesn't say
+    std::string codePage;      // "ANSI_936"
+    std::optional<int> units;  // the INSUNITS code, when the drawing states it
     bool metric = true;
     std::vector<DxfLayer> layers;  // the table's first, in its order
     std::vector<DxfTextStyle> styles;
@@ -41,7 +42,7 @@ struct DxfDrawing {
     std::uint64_t entityTotal() const;
 };
 
-/// Reads an ASCII DXF drawing to its end mark. Raises OdError (eFileInternalErr) with the line for
+/// Reads an ASCII DXF drawing to its end mark. Raises OdError (eExtendedError) with the line for
 /// what is no drawing, is damaged or ends too early.
 DxfDrawing readDxfDrawing(std::istream& stream);
 

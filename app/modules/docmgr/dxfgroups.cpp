@@ -20,7 +20,7 @@ constexpr std::size_t kQuotedLength = 32;
 
 void throwDrawingError(std::uint64_t line, const std::string& message) {
     std::string text = "line " + std::to_string(line) + ": " + message;
-    throw OdError(eFileInternalErr, OdUtf8StringToOdString(text));
+    throw OdError(OdUtf8StringToOdString(text));
 }
 
 bool DxfGroupReader::next(DxfGroup& group) {
@@ -46,8 +46,7 @@ bool DxfGroupReader::readLine(std::string& line) {
         throwDrawingError(lineNumber(), "binary data; only ASCII DXF drawings are read");
     }
     if (result == LineReader::kTooLong) {
-        throwDrawingError(lineNumber(),
-                          "longer than " + std::to_string(kMaxLine) + " bytes");
+        throwDrawingError(lineNumber(), "longer than " + std::to_string(kMaxLine) + " bytes");
     }
     if (lineNumber() == 1 && line.starts_with(kByteOrderMark)) {
         line.erase(0, kByteOrderMark.size());

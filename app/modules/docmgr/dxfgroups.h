@@ -16,11 +16,11 @@ struct DxfGroup {
     std::uint64_t line = 0;  // of the value, counted from 1
 };
 
-/// Raises OdError (eFileInternalErr) with "line N: MESSAGE".
+/// Raises OdError (eExtendedError) with "line N: MESSAGE".
 [[noreturn]] void throwDrawingError(std::uint64_t line, const std::string& message);
 
 /// Reads groups one by one. Comments and a byte order mark are skipped; leading and trailing blanks
-/// of the code line are allowed. Anything else raises OdError (eFileInternalErr) with its line.
+/// of the code line are allowed. Anything else raises OdError (eExtendedError) with its line.
 class DxfGroupReader {
   public:
     explicit DxfGroupReader(std::istream& stream) : lines(stream, kMaxLine) {}

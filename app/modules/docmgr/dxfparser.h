@@ -14,7 +14,7 @@ class DxfParser {
   public:
     explicit DxfParser(std::istream& stream) : records(stream) {}
 
-    /// Reads to the end mark; raises OdError (eFileInternalErr) with the line.
+    /// Reads to the end mark; raises OdError (eExtendedError) with the line.
     DxfDrawing parse();
 
   private:

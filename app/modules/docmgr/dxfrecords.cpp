@@ -52,13 +52,27 @@ void DxfRecordReader::take(DxfRecord& record) {
         }
     };
     switch (group.code) {
-        case 2: takeText(record.name); break;
-        case 3: takeText(record.font); break;
-        case 4: takeText(record.bigFont); break;
-        case 8: takeText(record.layer); break;
-        case 62: takeInteger(record.colour); break;
-        case 70: takeInteger(record.flags); break;
-        case 1001: ownExtendedData = group.value == kOwnApplication; break;
+        case 2:
+            takeText(record.name);
+            break;
+        case 3:
+            takeText(record.font);
+            break;
+        case 4:
+            takeText(record.bigFont);
+            break;
+        case 8:
+            takeText(record.layer);
+            break;
+        case 62:
+            takeInteger(record.colour);
+            break;
+        case 70:
+            takeInteger(record.flags);
+            break;
+        case 1001:
+            ownExtendedData = group.value == kOwnApplication;
+            break;
         case 1000:
             if (ownExtendedData) {
                 takeText(record.typeface);
@@ -69,7 +83,8 @@ void DxfRecordReader::take(DxfRecord& record) {
                 takeInteger(record.face);
             }
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
@@ -78,8 +93,8 @@ std::int64_t DxfRecordReader::integer() const {
     std::int64_t number = 0;
     auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (error != std::errc() || end != digits.data() + digits.size()) {
-        throwDrawingError(group.line, "an integer is expected, not \"" +
-                                          group.value.substr(0, 32) + "\"");
+        throwDrawingError(group.line,
+                          "an integer is expected, not \"" + group.value.substr(0, 32) + "\"");
     }
     return number;
 }

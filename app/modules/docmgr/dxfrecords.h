@@ -25,7 +25,7 @@ struct DxfRecord {
     std::optional<std::int64_t> face;     // 1071 there
 };
 
-/// Walks the groups of a drawing with one group of look-ahead. Raises OdError (eFileInternalErr) with
+/// Walks the groups of a drawing with one group of look-ahead. Raises OdError (eExtendedError) with
 /// the line when the file is damaged, and when it ends before its end mark.
 class DxfRecordReader {
   public:

@@ -4,17 +4,19 @@
 
 #include "systemvariables.h"
 
+namespace vemoapp {
+
 namespace {
 
 class EditSystemModule : public OdRxModuleBase {
   public:
     void initApp() override {
-        auto variables = OdRxObjectImpl<vemoapp::SystemVariables>::createObject();
+        auto variables = OdRxObjectImpl<SystemVariables>::createObject();
         vo_arbitDict_regservice(vosi::kEditSystemKey, variables);
         variables->addCommand();
     }
     void uninitApp() override {
-        if (auto table = vemoapp::service<vemoapp::CommandTable>(vemoapp::kCommandTableKey)) {
+        if (auto table = service<CommandTable>(kCommandTableKey)) {
             table->remove("SETVAR");
         }
         vo_arbitDict_clearservice(vosi::kEditSystemKey);
@@ -23,4 +25,6 @@ class EditSystemModule : public OdRxModuleBase {
 
 }  // namespace
 
-ODRX_DEFINE_DYNAMIC_MODULE(EditSystemModule)
+}  // namespace vemoapp
+
+ODRX_DEFINE_DYNAMIC_MODULE(vemoapp::EditSystemModule)

@@ -26,8 +26,7 @@ std::int16_t shortInteger(const std::string& text) {
     std::int16_t value = 0;
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) {
-        throw OdError(eInvalidInput,
-                      OdUtf8StringToOdString("\"" + text + "\" is no 16-bit integer"));
+        throw OdError(OdUtf8StringToOdString("\"" + text + "\" is no 16-bit integer"));
     }
     return value;
 }

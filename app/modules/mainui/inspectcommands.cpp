@@ -54,15 +54,13 @@ void findCommand(const Command::Arguments& arguments) {
         return;
     }
     OdString found = findFile(OdUtf8StringToOdString(arguments[0]), hint->value);
-    say(found.isEmpty() ? arguments[0] + " is not found."
-                        : OdStringToUtf8String(found).str());
+    say(found.isEmpty() ? arguments[0] + " is not found." : OdStringToUtf8String(found).str());
 }
 
 void showConfigurationFiles() {
     for (const char* key : {"system", "user"}) {
         VoJsonPtr path = vo_runtime_config(OdAnsiString("configFiles/") + key);
-        say(std::string(key) + " configuration: " +
-            (path ? path->strValue().str() : "not known"));
+        say(std::string(key) + " configuration: " + (path ? path->strValue().str() : "not known"));
     }
 }
 
@@ -80,17 +78,19 @@ void modulesCommand(const Command::Arguments&) {
     for (const OdRxModulePtr& loadedModule : loaded) {
         say("  loaded   " + OdStringToUtf8String(loadedModule->moduleName()).str());
     }
-    for (const MissingModule& missing : missingModules()) {
-        say("  missing  " + missing.file + " (" + missing.list + "): " + missing.reason);
+    for (const auto& missingOfWave : {missingCoreModules(), missingUserModules()}) {
+        for (const MissingModule& missing : missingOfWave) {
+            say("  missing  " + missing.file + " (" + missing.list + "): " + missing.reason);
+        }
     }
 }
 
 void servicesCommand(const Command::Arguments&) {
     const OdChar* const keys[] = {
-        vosi::kFiberKey,     vosi::kFiberCoroutineKey, vosi::kFindFontsKey,
-        vosi::kMainUIKey,    vosi::kDocMgrKey,         vosi::kEditSystemKey,
-        vosi::kAliasMgrKey,  vosi::kRemoteDebugSvrKey, vosi::kRemoteDebugStubKey,
-        vosi::kAutoTestKey,  vosi::kInputQueueKey,     vosi::kOpenWizardKey,
+        vosi::kFiberKey,      vosi::kFiberCoroutineKey, vosi::kFindFontsKey,
+        vosi::kMainUIKey,     vosi::kDocMgrKey,         vosi::kEditSystemKey,
+        vosi::kAliasMgrKey,   vosi::kRemoteDebugSvrKey, vosi::kRemoteDebugStubKey,
+        vosi::kAutoTestKey,   vosi::kInputQueueKey,     vosi::kOpenWizardKey,
         vosi::kGetPasswordKey};
     for (const OdChar* key : keys) {
         bool there = !vo_arbitDict_getservice(key).isNull();

@@ -5,14 +5,14 @@
 #include "inputqueue.h"
 #include "terminalwindow.h"
 
+namespace vemoapp {
+
 namespace {
 
 class MainUIModule : public OdRxModuleBase {
   public:
     void initApp() override {
-        using namespace vemoapp;
-        vo_arbitDict_regservice(kCommandTableKey,
-                                OdRxObjectImpl<CommandRegistry>::createObject());
+        vo_arbitDict_regservice(kCommandTableKey, OdRxObjectImpl<CommandRegistry>::createObject());
         OdSmartPtr<CommandWindow> window = OdRxObjectImpl<TerminalWindow>::createObject();
         vo_arbitDict_regservice(kCommandWindowKey, window);
         vo_arbitDict_regservice(vosi::kMainUIKey, window);
@@ -21,7 +21,6 @@ class MainUIModule : public OdRxModuleBase {
         vo_arbitDict_regservice(vosi::kInputQueueKey, queue);
     }
     void uninitApp() override {
-        using namespace vemoapp;
         const OdChar* const keys[] = {vosi::kInputQueueKey, kInputRunnerKey, vosi::kMainUIKey,
                                       kCommandWindowKey, kCommandTableKey};
         for (const OdChar* key : keys) {
@@ -32,4 +31,6 @@ class MainUIModule : public OdRxModuleBase {
 
 }  // namespace
 
-ODRX_DEFINE_DYNAMIC_MODULE(MainUIModule)
+}  // namespace vemoapp
+
+ODRX_DEFINE_DYNAMIC_MODULE(vemoapp::MainUIModule)

@@ -51,7 +51,8 @@ void TerminalWindow::addCommands() {
 
 void TerminalWindow::print(const OdAnsiString& line) {
     std::string shown;
-    for (OdChar character : OdUtf8StringToOdString(line).view()) {
+    const OdString text = OdUtf8StringToOdString(line);
+    for (OdChar character : text.view()) {
         auto codePoint = static_cast<char32_t>(character);
         appendUtf8(shown, isControl(codePoint) ? U'?' : codePoint);
     }

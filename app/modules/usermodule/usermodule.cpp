@@ -8,31 +8,32 @@
 
 #include "say.h"
 
+namespace vemoapp {
+
 namespace {
 
 constexpr const char* kCommandName = "ABOUT";
 
-void about(const vemoapp::Command::Arguments&) {
+void about(const Command::Arguments&) {
     std::time_t built = vo_build_timestamp();
     std::tm time{};
     char text[32] = "";
     gmtime_r(&built, &time);
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &time);
     VoJsonPtr package = vo_runtime_config("packageName");
-    vemoapp::say((package ? package->strValue().str() : std::string("unnamed")) + ", built " +
-                 text);
+    say((package ? package->strValue().str() : std::string("unnamed")) + ", built " + text);
 }
 
 class UserModule : public OdRxModuleBase {
   public:
     void initApp() override {
-        if (auto table = vemoapp::service<vemoapp::CommandTable>(vemoapp::kCommandTableKey)) {
+        if (auto table = service<CommandTable>(kCommandTableKey)) {
             table->add({kCommandName, "", "tells the package and its build", about});
-            vemoapp::say("User module: the command ABOUT was added.");
+            say("User module: the command ABOUT was added.");
         }
     }
     void uninitApp() override {
-        if (auto table = vemoapp::service<vemoapp::CommandTable>(vemoapp::kCommandTableKey)) {
+        if (auto table = service<CommandTable>(kCommandTableKey)) {
             table->remove(kCommandName);
         }
     }
@@ -40,4 +41,6 @@ class UserModule : public OdRxModuleBase {
 
 }  // namespace
 
-ODRX_DEFINE_DYNAMIC_MODULE(UserModule)
+}  // namespace vemoapp
+
+ODRX_DEFINE_DYNAMIC_MODULE(vemoapp::UserModule)

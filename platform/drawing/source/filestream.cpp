@@ -185,7 +185,7 @@ OdStreamBufPtr openFileStream(const OdString& name, std::uint32_t access,
         throw OdError_FileException(eInvalidInput, name, L"access or disposition");
     }
     const int file = openFile(name, how | making);
-    const OdStreamBufPtr stream(new OdRxObjectImpl<FileStream>(file, name, access), kOdRxObjAttach);
+    OdStreamBufPtr stream(new OdRxObjectImpl<FileStream>(file, name, access), kOdRxObjAttach);
     struct stat status {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
         throw OdError_FileException(eCantOpenFile, name, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);

@@ -3,7 +3,7 @@
 
 #include "drawing/odstreambuf.h"
 
-/// Opens a regular file. Share modes have no counterpart in POSIX and no effect.
+/// Opens a regular file.
 /// Raises OdError_FileException: eNoFileName, eFileNotFound, eCantOpenFile, or eInvalidInput for an
 /// access or a disposition that doesn't exist, and for making or cutting a file without write
 /// access.

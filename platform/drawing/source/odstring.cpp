@@ -70,6 +70,8 @@ OdString& OdString::formatV(const OdChar* format, va_list arguments) {
         std::vector<wchar_t> buffer(room);
         va_list copy;
         va_copy(copy, arguments);
+        // The analyzer doesn't follow va_copy from a parameter.
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
         const int length = std::vswprintf(buffer.data(), room, wideFormat.c_str(), copy);
         va_end(copy);
         if (length >= 0) {

@@ -1,4 +1,5 @@
-#include <limits>
+#include <cstddef>
+#include <new>
 
 #include "testsupport.h"
 
@@ -65,13 +66,27 @@ TEST(Arrays, RaiseOnABadIndex) {
 }
 
 TEST(Arrays, RaiseWhenMemoryEndsAndKeepTheirElements) {
-    struct Page {
-        char bytes[std::numeric_limits<int>::max()];
+    static bool exhausted = false;
+    struct Costly {
+        Costly() = default;
+        Costly(const Costly&) {
+            if (exhausted) {
+                throw std::bad_alloc();
+            }
+        }
+        Costly& operator=(const Costly&) = default;
     };
-    OdArray<Page> pages;
-    EXPECT_EQ(raisedBy([&] { pages.resize(std::numeric_limits<unsigned int>::max()); }),
-              eOutOfMemory);
-    EXPECT_TRUE(pages.isEmpty());
+    struct Huge {
+        char bytes[std::size_t{1} << 33];
+    };
+    OdArray<Costly> array;
+    array.resize(3);
+    const OdArray<Costly> shared(array);
+    exhausted = true;
+    EXPECT_EQ(raisedBy([&] { array.append(Costly()); }), eOutOfMemory);
+    EXPECT_EQ(array.size(), 3u);
+    EXPECT_EQ(shared.size(), 3u);
+    EXPECT_EQ(raisedBy([] { OdArray<Huge>().resize(0xFFFFFFFFu); }), eOutOfMemory);
 }
 
 TEST(Arrays, ReleaseTheLastElementFirst) {

@@ -37,7 +37,8 @@ class Host : public RuntimeTest {
 
 OdStringArray fontFoldersOf(const ExHostAppServices& host) {
     OdStringArray folders;
-    EXPECT_EQ(host.getSystemFontFolders(folders), !folders.isEmpty());
+    const bool any = host.getSystemFontFolders(folders);
+    EXPECT_EQ(any, !folders.isEmpty());
     return folders;
 }
 
@@ -124,11 +125,11 @@ TEST_F(Host, MakesUndoObjectsAnew) {
 
 TEST_F(Host, HandsBuildersToTheModeler) {
     EXPECT_EQ(host.initializeModelerBuilder(nullptr, 7), eNoInterface);
-    const OdRxDictionaryPtr services = odrxServiceDictionary();
+    const OdRxDictionaryPtr dictionary = odrxServiceDictionary();
     auto answerOf = [&](OdPseudoConstructor constructor) {
         OdRxClass* creator =
             newOdRxClass(L"TestModeler", OdModelerGeometryBuilder::desc(), constructor);
-        services->putAt(L"OdModelerGeometryCreator", creator);
+        dictionary->putAt(L"OdModelerGeometryCreator", creator);
         deleteOdRxClass(creator);
         OdResult answer = eOk;
         const OdResult raised =
@@ -138,6 +139,6 @@ TEST_F(Host, HandsBuildersToTheModeler) {
     EXPECT_EQ(answerOf(makeModeler), eEndOfFile);
     EXPECT_EQ(answerOf(nullptr), eNoInterface);
     EXPECT_EQ(answerOf(makeOther), eNotThatKindOfClass);
-    services->putAt(L"OdModelerGeometryCreator", newOdMemoryStream().get());
+    dictionary->putAt(L"OdModelerGeometryCreator", newOdMemoryStream().get());
     EXPECT_EQ(raisedBy([&] { host.initializeModelerBuilder(nullptr, 7); }), eNotThatKindOfClass);
 }

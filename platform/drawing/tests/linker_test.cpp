@@ -170,15 +170,16 @@ TEST_F(Linker, ModulesLoadAndEndEachOther) {
 }
 
 TEST_F(Linker, TheRuntimesEndEndsEveryModuleLastLoadedFirst) {
-    const OdRxModulePtr kept = loadByHandle(pathOf(L"libdrawing_good.so"));
-    loadByHandle(pathOf(L"libdrawing_failing_end.so"));
+    linker().addModuleFolder(moduleFolder);
+    const OdRxModulePtr kept = loadByHandle(L"libdrawing_good.so");
+    loadByHandle(L"libdrawing_failing_end.so");
     EXPECT_EQ(raisedBy([] { odUninitialize(); }), eNoInterface);
     EXPECT_EQ(traced, (Traces{L"good init", L"failing init", L"good end"}));
     EXPECT_EQ(kept->moduleName(), L"libdrawing_good.so");
     EXPECT_EQ(OdRxModule::desc(), nullptr);
     odInitialize(&services);
     EXPECT_TRUE(linker().failures().isEmpty());
-    EXPECT_TRUE(linker().loadModule(L"drawing_good", true).isNull()) << "folders outlived it";
+    EXPECT_TRUE(linker().loadModule(L"drawing_leaning", true).isNull()) << "folders outlived it";
 }
 
 // A service that its module left behind is released by code of a library that is still there.

@@ -1,4 +1,9 @@
 // The object model: classes, extensions, casts, and what outlives the runtime.
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
 #include "testsupport.h"
 
 namespace {
@@ -135,8 +140,8 @@ TEST_F(ObjectModel, ExtensionsAnswerForDerivedClasses) {
     EXPECT_EQ(OdSmartPtr<AreaPE>(object), general);
     Circle::desc()->addX(AreaPE::desc(), special.get());
     EXPECT_EQ(OdSmartPtr<AreaPE>(object), special);
-    EXPECT_EQ(Circle::desc()->addX(AreaPE::desc(), general.get()), special);
-    EXPECT_EQ(Circle::desc()->delX(AreaPE::desc()), general);
+    EXPECT_EQ(Circle::desc()->addX(AreaPE::desc(), general.get()).get(), special.get());
+    EXPECT_EQ(Circle::desc()->delX(AreaPE::desc()).get(), general.get());
     EXPECT_TRUE(Circle::desc()->delX(AreaPE::desc()).isNull());
     EXPECT_EQ(OdSmartPtr<AreaPE>(object)->area(), 3);
     EXPECT_EQ(special->numRefs(), 1);
@@ -205,6 +210,41 @@ TEST(RuntimeLife, ObjectsOutliveIt) {
     EXPECT_EQ(raisedBy([&] { const OdDbDatabasePtr typed(found); }), eNotThatKindOfClass);
 }
 
+// A usage request ends the process with the runtime up; that is no leak and touches nothing gone.
+TEST(RuntimeLife, TheProcessMayEndDuringIt) {
+    auto endDuringIt = [] {
+        static OdStaticRxObject<ExSystemServices> services;
+        odInitialize(&services);
+        odrxSysRegistry()->putAt(L"mine", OdRxDictionary::desc()->create().get());
+        std::exit(0);
+    };
+    EXPECT_EXIT(endDuringIt(), testing::ExitedWithCode(0), "^$");
+}
+
+TEST(ReferenceCounts, HoldOnManyThreads) {
+    static std::atomic<int> ended{0};
+    class Counted : public OdRxObject {
+      public:
+        ~Counted() override { ++ended; }
+    };
+    auto object = OdRxObjectImpl<Counted>::createObject();
+    auto shareOften = [&object] {
+        for (int turn = 0; turn < 20000; ++turn) {
+            OdRxObjectPtr share(object);
+            share.release();
+        }
+    };
+    {
+        const std::jthread one(shareOften);
+        const std::jthread other(shareOften);
+        shareOften();
+    }
+    EXPECT_EQ(object->numRefs(), 1);
+    EXPECT_EQ(ended, 0);
+    object.release();
+    EXPECT_EQ(ended, 1);
+}
+
 TEST(StaticObjects, AreNotCounted) {
     OdStaticRxObject<ExHostAppServices> host;
     OdDbHostAppProgressMeter* meter = host.newProgressMeter();
@@ -214,5 +254,7 @@ TEST(StaticObjects, AreNotCounted) {
     }
     meter->start(L"");
     host.releaseProgressMeter(meter);
-    EXPECT_EQ(host.getPassword(L"", false, *std::make_unique<OdPassword>()), false);
+    OdPassword password(L"kept");
+    EXPECT_FALSE(host.getPassword(L"", false, password));
+    EXPECT_EQ(password, L"kept");
 }

@@ -28,7 +28,7 @@ OdResult raisedBy(Call&& call) {
 class TempFolder {
   public:
     TempFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "drawing-XXXXXX").string();
+        std::string pattern = testing::TempDir() + "drawing-XXXXXX";
         folder = mkdtemp(pattern.data());
     }
     TempFolder(const TempFolder&) = delete;

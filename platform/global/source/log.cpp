@@ -43,7 +43,7 @@ std::string timeText() {
     std::array<char, 8> zone{};
     std::strftime(seconds.data(), seconds.size(), "%Y-%m-%dT%H:%M:%S", &local);
     std::strftime(zone.data(), zone.size(), "%z", &local);
-    std::array<char, 48> text{};
+    std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), "%s.%03ld%s", seconds.data(), now.tv_nsec / 1'000'000,
                   zone.data());
     return text.data();

@@ -10,12 +10,13 @@
 
 // A request that can't be met is answered with null in the sanitizers' allocators too.
 // NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" const char* __asan_default_options();
-extern "C" const char* __asan_default_options() {
+#define SANITIZER_HOOK extern "C" __attribute__((visibility("default"))) const char*
+SANITIZER_HOOK __asan_default_options();
+SANITIZER_HOOK __asan_default_options() {
     return "allocator_may_return_null=1";
 }
-extern "C" const char* __tsan_default_options();
-extern "C" const char* __tsan_default_options() {
+SANITIZER_HOOK __tsan_default_options();
+SANITIZER_HOOK __tsan_default_options() {
     return "allocator_may_return_null=1";
 }
 // NOLINTEND(bugprone-reserved-identifier)

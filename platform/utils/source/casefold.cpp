@@ -1,10 +1,9 @@
 #include "casefold.h"
 
-#include <clocale>
-#include <cwctype>
-
 #include <locale.h>
 #include <wctype.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -15,7 +14,7 @@ struct Character {
     std::size_t length;
 };
 
-/// The first character of a text that isn't empty.
+/// The first character of a text that begins with no ASCII character.
 Character decode(std::string_view text) {
     constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const auto lead = static_cast<unsigned char>(text[0]);
@@ -38,32 +37,73 @@ Character decode(std::string_view text) {
     return isCharacter ? Character{codePoint, length} : illFormed;
 }
 
+constexpr char lowerAscii(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
+                                                : character;
+}
+
+bool isAscii(char character) {
+    return (character & 0x80) == 0;
+}
+
 char32_t lowerCase(char32_t character) {
+    if (character >= kFirstIllFormed) {
+        return character;
+    }
     // A locale of our own: that of the process knows ASCII alone when it is "C".
     static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     const auto wide = static_cast<wint_t>(character);
-    return static_cast<char32_t>(unicode ? ::towlower_l(wide, unicode) : std::towlower(wide));
+    return static_cast<char32_t>(unicode ? ::towlower_l(wide, unicode) : ::towlower(wide));
+}
+
+void append(char32_t codePoint, std::string& text) {
+    const auto trailing = [&](unsigned shift) {
+        text += static_cast<char>(0x80 | ((codePoint >> shift) & 0x3f));
+    };
+    if (codePoint < 0x80) {
+        text += static_cast<char>(codePoint);
+    } else if (codePoint < 0x800) {
+        text += static_cast<char>(0xc0 | codePoint >> 6);
+        trailing(0);
+    } else if (codePoint < 0x10000) {
+        text += static_cast<char>(0xe0 | codePoint >> 12);
+        trailing(6);
+        trailing(0);
+    } else {
+        text += static_cast<char>(0xf0 | codePoint >> 18);
+        trailing(12);
+        trailing(6);
+        trailing(0);
+    }
 }
 
 }  // namespace
 
-void foldCase(std::string_view text, std::u32string& folded) {
-    folded.clear();
+void foldCase(std::string_view text, std::string& folded) {
+    // Most names are ASCII from end to end.
+    const auto ascii = std::find_if_not(text.begin(), text.end(), isAscii);
+    folded.assign(text.begin(), ascii);
+    std::transform(folded.begin(), folded.end(), folded.begin(), lowerAscii);
+    text.remove_prefix(folded.size());
     while (!text.empty()) {
-        const auto byte = static_cast<unsigned char>(text[0]);
-        if (byte < 0x80) {
-            folded += byte >= 'A' && byte <= 'Z' ? byte + 0x20u : byte;
+        if (isAscii(text[0])) {
+            folded += lowerAscii(text[0]);
             text.remove_prefix(1);
-            continue;
+        } else {
+            const auto [codePoint, length] = decode(text);
+            append(lowerCase(codePoint), folded);
+            text.remove_prefix(length);
         }
-        const auto [codePoint, length] = decode(text);
-        folded += codePoint < kFirstIllFormed ? lowerCase(codePoint) : codePoint;
-        text.remove_prefix(length);
     }
 }
 
-std::u32string foldCase(std::string_view text) {
-    std::u32string folded;
+std::string foldCase(std::string_view text) {
+    std::string folded;
     foldCase(text, folded);
     return folded;
+}
+
+std::size_t foldedLength(char lead) {
+    const auto byte = static_cast<unsigned char>(lead);
+    return byte < 0x80 ? 1 : byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : 4;
 }

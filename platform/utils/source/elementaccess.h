@@ -47,11 +47,8 @@ struct ElementAccess {
     /// A new node of the kind.
     template <class T, class... Arguments>
     static VoJsonPtr make(int kind, Arguments&&... arguments) {
-        auto* node = new ElementValue;
-        VoJsonPtr pointer = VoJsonPtr::attach(node);
-        node->value.emplace<T>(std::forward<Arguments>(arguments)...);
-        node->type = kind;
-        return pointer;
+        return VoJsonPtr::attach(new ElementValue(std::in_place_type<T>, kind,
+                                                  std::forward<Arguments>(arguments)...));
     }
 };
 

@@ -11,7 +11,7 @@ VoJsonPtr storeNew(ElementValue& node, const OdAnsiString& key, int kind, Argume
         return nullptr;
     }
     VoJsonPtr child = ElementAccess::make<T>(kind, std::forward<Argument>(argument));
-    members->set(key.str(), child);
+    members->set(key.view(), child);
     return child;
 }
 
@@ -43,7 +43,7 @@ VoJsonPtr ElementValue::set_propertyJ(const OdAnsiString& key, const VoJsonPtr& 
         return nullptr;
     }
     VoJsonPtr stored = node;
-    members->set(key.str(), stored);
+    members->set(key.view(), stored);
     return stored;
 }
 

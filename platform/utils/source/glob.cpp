@@ -16,27 +16,30 @@ namespace {
 
 /// "*" stands for any characters, "?" for one. Only the last "*" ever has to take more than it did,
 /// so the time is bounded by the product of the two lengths.
-bool fits(std::u32string_view pattern, std::u32string_view name) {
+bool fits(std::string_view pattern, std::string_view name) {
     std::size_t inPattern = 0;
     std::size_t inName = 0;
-    std::size_t star = std::u32string_view::npos;
+    std::size_t star = std::string_view::npos;
     std::size_t taken = 0;
     while (inName < name.size()) {
-        if (inPattern < pattern.size() && pattern[inPattern] == U'*') {
+        if (inPattern < pattern.size() && pattern[inPattern] == '*') {
             star = inPattern++;
             taken = inName;
-        } else if (inPattern < pattern.size() &&
-                   (pattern[inPattern] == U'?' || pattern[inPattern] == name[inName])) {
+        } else if (inPattern < pattern.size() && pattern[inPattern] == '?') {
+            ++inPattern;
+            inName += foldedLength(name[inName]);
+        } else if (inPattern < pattern.size() && pattern[inPattern] == name[inName]) {
             ++inPattern;
             ++inName;
-        } else if (star != std::u32string_view::npos) {
+        } else if (star != std::string_view::npos) {
             inPattern = star + 1;
-            inName = ++taken;
+            taken += foldedLength(name[taken]);
+            inName = taken;
         } else {
             return false;
         }
     }
-    return pattern.find_first_not_of(U'*', inPattern) == std::u32string_view::npos;
+    return pattern.find_first_not_of('*', inPattern) == std::string_view::npos;
 }
 
 class Pattern {
@@ -46,38 +49,37 @@ class Pattern {
           folded(foldCase(text)),
           hasWildcards(text.find_first_of("*?") != std::string_view::npos) {}
 
-    bool matches(std::string_view name) {
-        foldCase(name, foldedName);
+    bool matches(std::string_view foldedName) const {
         return hasWildcards ? fits(folded, foldedName) : folded == foldedName;
     }
     bool isExactly(std::string_view name) const { return !hasWildcards && name == wanted; }
 
   private:
     std::string_view wanted;
-    std::u32string folded;
+    std::string folded;
     bool hasWildcards;
-    std::u32string foldedName;  // kept, so that names need no block each
 };
 
 /// A name with what it is sorted by.
 struct SortedName {
-    SortedName(std::string_view text, bool comesFirst)
-        : name(text), foldedStem(foldCase(stemOf(text))), isFirst(comesFirst) {}
+    SortedName(std::string_view text, std::string_view folded, bool comesFirst)
+        : name(text), foldedStem(stemOf(folded)), isFirst(comesFirst) {}
 
     friend bool operator<(const SortedName& a, const SortedName& b) {
-        const std::string_view stemA = stemOf(a.name);
-        const std::string_view stemB = stemOf(b.name);
-        const auto keyA = std::tie(b.isFirst, a.foldedStem, stemA);
-        const auto keyB = std::tie(a.isFirst, b.foldedStem, stemB);
-        return keyA == keyB ? a.extensionKey() < b.extensionKey() : keyA < keyB;
+        if (a.isFirst != b.isFirst) {
+            return a.isFirst;
+        }
+        const int order = a.foldedStem.compare(b.foldedStem);
+        return order != 0 ? order < 0 : a.tieBreaker() < b.tieBreaker();
     }
-    std::pair<std::u32string, std::string_view> extensionKey() const {
-        const std::string_view extension = std::string_view(name).substr(stemOf(name).size());
-        return {foldCase(extension), extension};
+    std::tuple<std::string_view, std::string, std::string_view> tieBreaker() const {
+        const std::string_view stem = stemOf(name);
+        const std::string_view extension = std::string_view(name).substr(stem.size());
+        return {stem, foldCase(extension), extension};
     }
 
     std::string name;
-    std::u32string foldedStem;
+    std::string foldedStem;
     bool isFirst;
 };
 
@@ -103,6 +105,7 @@ class Glob {
     OdArray<OdAnsiString>& result;
     std::vector<Folder> pending;
     FolderChain chain;
+    std::string foldedName;  // kept, so that names need no block each
 };
 
 void Glob::search(const std::string& top) {
@@ -123,12 +126,13 @@ void Glob::searchFolder(const Folder& folder) {
     std::vector<SortedName> files;
     std::vector<SortedName> folders;
     while (reader.next()) {
-        const bool matches = pattern.matches(reader.name());
+        foldCase(reader.name(), foldedName);
+        const bool matches = pattern.matches(foldedName);
         const EntryKind kind = matches || goesDeeper ? reader.kind() : EntryKind::kNothing;
         if (matches && kind == EntryKind::kFile) {
-            files.emplace_back(reader.name(), pattern.isExactly(reader.name()));
+            files.emplace_back(reader.name(), foldedName, pattern.isExactly(reader.name()));
         } else if (goesDeeper && kind == EntryKind::kFolder) {
-            folders.emplace_back(reader.name(), false);
+            folders.emplace_back(reader.name(), foldedName, false);
         }
     }
     addFiles(folder.path, files);
@@ -137,8 +141,11 @@ void Glob::searchFolder(const Folder& folder) {
 
 void Glob::addFiles(const std::string& path, std::vector<SortedName>& files) {
     std::sort(files.begin(), files.end());
+    std::string answer = joinPath(path, "");
+    const std::size_t folderLength = answer.size();
     for (const SortedName& file : files) {
-        result.append(OdAnsiString(joinPath(path, file.name)));
+        answer.replace(folderLength, answer.npos, file.name);
+        result.append(OdAnsiString(answer));
     }
 }
 

@@ -1,46 +1,57 @@
 // Turns the events of a JSON reader into nodes.
 //
-// Members and items wait on one stack until their object or array ends, so that each container is
-// made once, in its final size.
+// What has been read waits on one stack: a container, then its members or items, which go into it
+// when it ends, so that its storage is made once and in its final size. Texts of the events stay
+// where they are until the reading is over.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
-#include "utils/membertable.h"
+#include "utils/elementvaluebase.h"
 
 class JsonTreeBuilder {
   public:
-    /// Why an event was refused; null as long as none was.
-    const char* refusal() const { return reason; }
-    /// The finished tree; the builder is empty afterwards.
-    VoJsonPtr takeRoot();
+    /// `escapes`: the texts may hold what was written as \u, which needn't be a character.
+    explicit JsonTreeBuilder(bool escapes) : checksTexts(escapes) {}
 
-    // The reader's events. False ends the reading.
+    /// The tree of a document that was read to its end.
+    VoJsonPtr root() const;
+    /// Why an event was refused; null when none was.
+    const char* refusal() const { return reason; }
+
+    // Events. False ends the reading.
     bool Null();
     bool Bool(bool boolean);
     bool RawNumber(const char* text, unsigned length, bool copy);
     bool String(const char* text, unsigned length, bool copy);
-    bool StartObject();
     bool Key(const char* text, unsigned length, bool copy);
+    bool StartObject();
     bool EndObject(unsigned count);
     bool StartArray();
     bool EndArray(unsigned count);
 
+    // Numbers come as text, so these never happen.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
+    bool Double(double) { return false; }
+
   private:
-    // Items of arrays have no key.
+    // A key waits without a node until its value comes; items have no key.
     struct Pending {
         std::string_view key;
         VoJsonPtr node;
     };
 
-    bool open();
     bool add(VoJsonPtr node);
+    bool open(VoJsonPtr container);
+    bool isText(std::string_view text);
     bool refuse(const char* why);
 
     std::vector<Pending> pending;
-    std::string_view nextKey;
     int depth = 0;
+    bool checksTexts;
     const char* reason = nullptr;
 };

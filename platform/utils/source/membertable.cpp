@@ -48,17 +48,16 @@ void MemberTable::reserve(std::size_t count) {
     growIndexFor(count);
 }
 
-void MemberTable::set(std::string key, VoJsonPtr node) {
+void MemberTable::set(std::string_view key, VoJsonPtr node) {
     if (const int place = find(key); place >= 0) {
         members[static_cast<std::size_t>(place)].node = std::move(node);
         return;
     }
     // The index first: when memory runs out, every member is still in it.
     growIndexFor(members.size() + 1);
-    members.push_back({std::move(key), std::move(node)});
+    members.push_back({std::string(key), std::move(node)});
     if (index) {
-        enter(*index,
-              {hashOf(members.back().key), static_cast<std::uint32_t>(members.size())});
+        enter(*index, {hashOf(key), static_cast<std::uint32_t>(members.size())});
     }
 }
 

@@ -119,8 +119,8 @@ void Lookup::stepExactly(const Place& place) {
 
 void Lookup::stepToOthers(const Place& place) {
     const std::string& name = components[place.component];
-    const std::u32string wanted = foldCase(name);
-    std::u32string folded;
+    const std::string wanted = foldCase(name);
+    std::string folded;
     std::vector<std::string> fitting;
     FolderReader folder(place.path + '/');
     while (folder.isOpen() && folder.next()) {

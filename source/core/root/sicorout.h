@@ -11,7 +11,7 @@
 
 namespace vosi {
 
-// The interface below it has no virtual destructor by intent.
+// Its base has no virtual destructor, by intent.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 

@@ -16,8 +16,7 @@
 //   unlock A.mutex, run
 //
 // A wait may also return by itself; the count tells such a return from a wake. `current` can't: a
-// creator is woken while it is current all along. A flag can't either: somebody would have to clear
-// it.
+// creator sleeps and is woken while it is current all along.
 //
 // Birth: the creator C locks C.mutex, starts the thread of R and sleeps as A does. That thread
 // locks R.mutex, wakes C and comes to rest on R.cond, until the first switch to R sends it into the

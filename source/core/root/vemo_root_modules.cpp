@@ -83,7 +83,7 @@ void loadUserLibraries() {
 }
 
 VoJsonPtr unloadFixedModules() {
-    const VoJsonPtr names = vo_runtime_config(OdAnsiString("loadedModules/") + kFixedModulesKey);
+    VoJsonPtr names = vo_runtime_config(OdAnsiString("loadedModules/") + kFixedModulesKey);
     if (!tree::isArray(names)) {
         return names;
     }

@@ -53,7 +53,7 @@ void setText(const VoJsonPtr& node, const char* key, const OdAnsiString& value) 
 }
 
 VoJsonPtr remainingArguments(const char** argv, int argc) {
-    const VoJsonPtr names = tree::newArray();
+    VoJsonPtr names = tree::newArray();
     for (; optind < argc; ++optind) {
         names->append(tree::text(argv[optind]));
     }
@@ -99,7 +99,7 @@ void VoAppService::takeConfigPaths(const char** argv, int argc, VoMainAppCallbac
 }
 
 VoJsonPtr VoAppService::readOptions(const char** argv, int argc) {
-    const VoJsonPtr options = tree::newObject();
+    VoJsonPtr options = tree::newObject();
     // 0 makes the C library start afresh, for a second run in the process too.
     optind = 0;
     for (;;) {
@@ -159,7 +159,7 @@ bool VoAppService::takeOption(int option, const char* argument, const VoJsonPtr&
 }
 
 VoJsonPtr VoAppService::newRuntimeBranch(VoMainAppCallback* callback) {
-    const VoJsonPtr runtime = tree::newObject();
+    VoJsonPtr runtime = tree::newObject();
     sysConfig->set_propertyJ("Runtime", runtime);
     setText(runtime, "ExeRootPath", exeRootPath);
     setText(runtime, "AppDataPath", callback->queryAppDataPath());

@@ -88,7 +88,12 @@ OdResult VoAppService::loadSystemConfig() {
 }
 
 void VoAppService::carryRuntimeOver(const VoJsonPtr& formerTree) {
-    const VoJsonPtr carried = formerTree->clone();
+    // Only this branch is copied: of the rest nothing is kept, and a user file that is as deep as a
+    // file may be makes the whole tree too deep for a copy.
+    const VoJsonPtr carried = tree::newObject();
+    if (const VoJsonPtr runtime = formerTree->getProperty("Runtime")) {
+        carried->set_propertyJ("Runtime", runtime->clone());
+    }
     carried->mergeProperty("Runtime", sysConfig->getProperty("Runtime"));
     sysConfig->set_propertyJ("Runtime", carried->getProperty("Runtime"));
 }

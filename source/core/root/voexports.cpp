@@ -45,7 +45,7 @@ VoJsonPtr vo_user_config(const OdAnsiString& key, int createType) {
         return tree::at(systemTree(), "User");
     }
     const VoJsonPtr root = g_appService ? g_appService->userTree() : VoJsonPtr();
-    const VoJsonPtr found = tree::at(root, key);
+    VoJsonPtr found = tree::at(root, key);
     if (found || createType == 0 || !root) {
         return found;
     }

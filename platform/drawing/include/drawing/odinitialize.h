@@ -10,7 +10,8 @@
 DRAWING_EXPORT void odInitialize(OdRxSystemServices* services);
 
 /// Ends the runtime: every module that is still loaded ends, last loaded first, then the registries
-/// and classes go. Raises OdError (eNotInitializedYet) when the runtime isn't up.
+/// and classes go; odInitialize may follow. What the first failing uninitApp raised is raised once
+/// all is done. Raises OdError (eNotInitializedYet) when the runtime isn't up.
 DRAWING_EXPORT void odUninitialize();
 
 using OdTraceFunc = void (*)(const wchar_t* message);

@@ -133,8 +133,9 @@ class OdString : public OdStringCore<OdString, OdChar> {
     DRAWING_EXPORT OdString& makeLower();
 
     /// Replaces the string by the formatted text. The format is the C library's wide one, except
-    /// that "%s" takes wide text as "%ls" does. A format that can't be carried out raises OdError
-    /// (eInvalidInput). formatV does not consume the caller's list.
+    /// that "%s" takes wide text as "%ls" does. A format that can't be carried out, or
+    /// comes to more than about a million characters, raises OdError (eInvalidInput) and leaves the
+    /// string as it was. formatV does not consume the caller's list.
     DRAWING_EXPORT OdString& format(const OdChar* format, ...);
     DRAWING_EXPORT OdString& formatV(const OdChar* format, va_list arguments);
 };

@@ -16,7 +16,8 @@ struct OdRxModuleFailure {
     OdString reason;
 };
 
-/// Used on the interface thread alone.
+/// Used on the interface thread alone. A module's name is its file's name without the folder; a
+/// name without an extension also stands for libNAME.so.
 class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
   public:
     /// The module of an opened library, initialised on the first call; null when the library is no
@@ -24,9 +25,9 @@ class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
     /// a reference for the caller. What the module's initApp raises passes through.
     virtual OdRxModule* moduleOfLibrary(OdRxModuleLibrary* library, bool addReference) = 0;
 
-    /// Loads a module by name: one that is loaded already, or the file of that name, or, for a name
-    /// without an extension, libNAME.so. Null when there is none; unless `silent`, that raises
-    /// OdError_FileException (eCantOpenFile) with the reason instead.
+    /// Loads a module by name: one that is loaded already, or the file of that name. Null when
+    /// there is none; unless `silent`, that raises OdError_FileException (eCantOpenFile) with the
+    /// reason instead.
     virtual OdRxModulePtr loadModule(const OdString& name, bool silent) = 0;
 
     /// Ends a loaded module: its uninitApp runs, then the linker's reference goes, while the
@@ -42,7 +43,8 @@ class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
     /// system's places. Folders are searched in the order in which they were named.
     virtual void addModuleFolder(const OdString& folder) = 0;
 
-    /// What couldn't be loaded since odInitialize, in order.
+    /// What couldn't be loaded since odInitialize, in order; a reason that comes twice in a row for
+    /// one name is kept once.
     virtual OdArray<OdRxModuleFailure> failures() const = 0;
 };
 

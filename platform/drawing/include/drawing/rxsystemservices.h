@@ -12,7 +12,8 @@
 class DRAWING_EXPORT OdRxSystemServices : public OdRxObject {
     ODRX_DECLARE_MEMBERS(OdRxSystemServices)
 
-    /// Opens a file. Raises OdError_FileException (eFileNotFound, eCantOpenFile) when it can't.
+    /// Opens a file. Raises OdError_FileException when it can't: eNoFileName, eFileNotFound,
+    /// eCantOpenFile, or eInvalidInput for an access or a disposition that makes no sense.
     virtual OdStreamBufPtr createFile(const OdString& name, std::uint32_t access = kFileRead,
                                       std::uint32_t shareMode = kShareDenyNo,
                                       std::uint32_t disposition = kOpenExisting) = 0;
@@ -43,6 +44,7 @@ DRAWING_EXPORT OdRxSystemServices* odrxSystemServices();
 /// Files, times and shared libraries of the running system.
 class DRAWING_EXPORT RxSystemServicesImpl : public OdRxSystemServices {
   public:
+    /// Opens regular files alone. Share modes have no counterpart in POSIX and no effect.
     OdStreamBufPtr createFile(const OdString& name, std::uint32_t access, std::uint32_t shareMode,
                               std::uint32_t disposition) override;
     bool accessFile(const OdString& name, std::uint32_t access) override;

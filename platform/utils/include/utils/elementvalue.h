@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -91,6 +92,10 @@ class UTILS_EXPORT ElementValue : public IElementValueBase {
     // flagged kElementNoValue; OdRxObjectPtr is the pointer that comes with a reference.
     using Value = std::variant<std::monostate, Items, MemberTable, std::string, std::int64_t,
                                std::uint64_t, double, bool, void*, OdRxObjectPtr>;
+
+    template <class T, class... Arguments>
+    ElementValue(std::in_place_type_t<T> held, int kind, Arguments&&... arguments)
+        : type(kind), value(held, std::forward<Arguments>(arguments)...) {}
 
     mutable std::atomic<int> refs{1};
     int type;

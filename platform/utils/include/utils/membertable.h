@@ -20,7 +20,7 @@ class UTILS_EXPORT MemberTable {
     };
 
     /// The longest table that is searched without an index.
-    static constexpr std::size_t kSearched = 8;
+    static constexpr std::size_t kSearched = 16;
 
     std::size_t size() const { return members.size(); }
     const Member& at(std::size_t place) const { return members[place]; }
@@ -32,7 +32,7 @@ class UTILS_EXPORT MemberTable {
     /// Room for so many members, where their number is known beforehand.
     void reserve(std::size_t count);
     /// Replaces the node under the key, which keeps its place, or adds the two at the end.
-    void set(std::string key, VoJsonPtr node);
+    void set(std::string_view key, VoJsonPtr node);
     /// Takes a member out, the later ones move down; gives its node.
     VoJsonPtr remove(std::size_t place);
     /// Hands the node of a member over to the caller; the table is only good to be dropped then.

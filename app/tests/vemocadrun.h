@@ -1,0 +1,49 @@
+// Runs the built vemocad as a person would, in folders of its own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vemoapp {
+
+/// What one run left behind.
+struct RunResult {
+    int status = -1;  // the exit status, or 128 and the signal that ended it
+    std::string output;
+    std::string errors;
+};
+
+/// A scratch folder with a home and a configuration home, gone at the end. The executable stands in
+/// the build folder beside the test's own.
+class VemocadRun {
+  public:
+    VemocadRun();
+    ~VemocadRun();
+    VemocadRun(const VemocadRun&) = delete;
+    VemocadRun& operator=(const VemocadRun&) = delete;
+
+    /// Starts vemocad in the scratch folder and waits for its end.
+    RunResult run(const std::vector<std::string>& arguments, const std::string& input = "") const;
+
+    /// Writes a file in the scratch folder and gives its path.
+    std::string write(const std::string& name, const std::string& text) const;
+    std::string read(const std::string& name) const;
+    std::string path(const std::string& name) const { return (folder / name).string(); }
+
+    /// Another folder for the user's configuration.
+    void setConfigHome(const std::string& newFolder) { configHome = newFolder; }
+
+    /// A copy of the application in the scratch folder, whose files a test may change; later runs
+    /// use it.
+    void copyApplication();
+
+    static std::filesystem::path builtApplication();
+
+  private:
+    std::filesystem::path folder;
+    std::filesystem::path application;
+    std::string configHome;
+};
+
+}  // namespace vemoapp
