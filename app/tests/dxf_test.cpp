@@ -244,7 +244,7 @@ TEST(Dxf, ReportIsShortWhateverTheDrawingHolds) {
     std::vector<std::string> report = describeDrawing(drawing);
     ASSERT_EQ(report.size(), 4U);
     EXPECT_THAT(report[0], HasSubstr("AC1015, units code 99"));
-    EXPECT_THAT(report[1], HasSubstr("L11 0 and 28 more"));
+    EXPECT_THAT(report[1], HasSubstr("L11 (0) and 28 more"));
     EXPECT_THAT(report[2], HasSubstr("32: LINE 30, ARC 2"));
     EXPECT_THAT(report[3], HasSubstr("T: Arial bold (TrueType)"));
 }

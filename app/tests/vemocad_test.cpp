@@ -56,7 +56,7 @@ TEST(Vemocad, OpensTheDrawingsOfTheCommandLineAndSavesTheUserFile) {
     EXPECT_THAT(result.output, HasSubstr("NOTES: romans.shx; HAN: romans.shx with big font "
                                          "hztxt.shx; ROOMS: DejaVu Sans (TrueType"));
     EXPECT_THAT(result.output, HasSubstr("* " + sample("site.dxf")));
-    EXPECT_THAT(result.output, HasSubstr("道路 2"));
+    EXPECT_THAT(result.output, HasSubstr("道路 (2)"));
     EXPECT_THAT(result.output, HasSubstr("Closed 2 drawings."));
     EXPECT_THAT(vemocad.read("config/vemocad/user.json"), HasSubstr("\"version\": 256"));
 }

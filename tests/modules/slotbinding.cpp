@@ -10,7 +10,8 @@ class Binding : public OdRxModuleBase {
   public:
     void initApp() override {
         vo_arbitDict_regservice(L"Test/Binding", OdRxObjectPtr(this));
-        journal::append("ExeRootPath " + vo_runtime_config("ExeRootPath")->strValue().str());
+        const VoJsonPtr path = vo_runtime_config("ExeRootPath");
+        journal::append("ExeRootPath " + (path ? path->strValue().str() : "nowhere"));
     }
     void uninitApp() override { vo_arbitDict_clearservice(L"Test/Binding"); }
 };

@@ -159,18 +159,21 @@ SLOT_CHECK(checkCoroutineSlots) {
     EXPECT_TRUE(call<bool()>(coroutine, ofCoroutine(8)));
     call<void(bool)>(coroutine, ofCoroutine(9), false);
     EXPECT_FALSE(call<bool()>(coroutine, ofCoroutine(8)));
+    EXPECT_TRUE(call<bool(void*)>(service.get(), ofService(5), coroutine));
 }
 
-// The two destructor entries stand behind the interface's operations. Both are called on a copy in
-// static storage: the complete one must leave the storage alone, the deleting one tries to free it.
+// The two destructor entries stand behind the interface's operations. Each is called on a copy in
+// static storage: the complete one leaves the storage alone, the deleting one tries to free it.
 SLOT_CHECK(checkCoroutineDestructorSlots) {
     const OdRxObjectPtr service = vo_arbitDict_getservice(L"Core/FiberCoroutine");
     const void* main = call<void*()>(service.get(), ofService(1));
-    static std::uintptr_t storage[16];
     constexpr std::size_t coroutineSize = 7 * sizeof(std::uintptr_t);
-    void* copy = std::memcpy(storage + 2, main, coroutineSize);
+    static std::uintptr_t storage[16];
+    void* const copy = storage + 2;
 
+    std::memcpy(copy, main, coroutineSize);
     call<void()>(copy, ofCoroutine(10));
+    std::memcpy(copy, main, coroutineSize);
     EXPECT_DEATH(call<void()>(copy, ofCoroutine(11)), "free");
 }
 

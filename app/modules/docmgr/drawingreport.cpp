@@ -54,7 +54,7 @@ std::string headerLine(const DxfDrawing& drawing) {
 std::string layersLine(const DxfDrawing& drawing) {
     std::vector<std::string> items;
     for (const DxfLayer& layer : drawing.layers) {
-        items.push_back(layer.name + " " + std::to_string(layer.entities));
+        items.push_back(layer.name + " (" + std::to_string(layer.entities) + ")");
     }
     return std::to_string(items.size()) + ": " + joined(items, ", ", kShownItems);
 }

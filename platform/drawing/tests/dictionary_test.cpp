@@ -11,7 +11,9 @@ class Dictionary : public RuntimeTest {
 // Looks for a neighbour while it goes.
 class Leaver : public OdRxObject {
   public:
-    ~Leaver() override { neighbourWasThere = dictionary->has(L"a"); }
+    ~Leaver() override {
+        neighbourWasThere = dictionary->has(L"a") && dictionary->numEntries() == 1;
+    }
 
     OdRxDictionary* dictionary = nullptr;
     static inline bool neighbourWasThere = false;
@@ -49,10 +51,10 @@ TEST_F(Dictionary, AnswersNullForWhatIsNotThere) {
 TEST_F(Dictionary, IsWholeWhileAnObjectGoes) {
     OdRxDictionaryPtr dictionary = newDictionary();
     dictionary->putAt(L"a", newObject().get());
-    const auto leaver = OdRxObjectImpl<Leaver>::createObject();
+    auto leaver = OdRxObjectImpl<Leaver>::createObject();
     leaver->dictionary = dictionary.get();
     dictionary->putAt(L"b", leaver.get());
-    const_cast<OdSmartPtr<Leaver>&>(leaver).release();
+    leaver.release();
     dictionary.release();
     EXPECT_TRUE(Leaver::neighbourWasThere);
 }

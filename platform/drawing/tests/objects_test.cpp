@@ -186,9 +186,12 @@ TEST(RuntimeLife, BeginsAgainAfterItsEnd) {
         odInitialize(&services);
         EXPECT_FALSE(odrxSysRegistry()->getAt(ODDB_SYSVARDICT).isNull());
         EXPECT_EQ(odrxSysRegistry()->numEntries(), 1u);
-        OdRxObject::desc()->addX(OdStreamBuf::desc(), newOdMemoryStream().get());
-        odrxSysRegistry()->putAt(L"mine", OdRxDictionary::desc()->create().get());
+        const OdStreamBufPtr kept = newOdMemoryStream();
+        OdRxObject::desc()->addX(OdStreamBuf::desc(), kept.get());
+        odrxSysRegistry()->putAt(L"mine", kept.get());
+        odrxServiceDictionary()->putAt(L"mine", kept.get());
         odUninitialize();
+        EXPECT_EQ(kept->numRefs(), 1);
         EXPECT_EQ(odrxSystemServices(), nullptr);
     }
 }

@@ -42,6 +42,8 @@ void checkStream(OdStreamBuf& stream) {
     EXPECT_EQ(stream.seek(-3, kSeekFromEnd), 7u);
     EXPECT_EQ(stream.getByte(), '7');
     stream.putByte('x');
+    EXPECT_EQ(stream.seek(-1, kSeekFromCurrent), 8u);
+    EXPECT_EQ(stream.getByte(), 'x');
     EXPECT_EQ(readAll(stream), "01234567x9");
 
     char four[4];

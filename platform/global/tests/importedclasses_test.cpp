@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -54,9 +55,10 @@ class ImportedClasses : public testing::Test {
         }
     }
     static void endAll() {
-        for (auto imported = importedClasses().rbegin(); imported != importedClasses().rend();
-             ++imported) {
-            imported->end();
+        std::vector<ImportedClass> lastFirst = importedClasses();
+        std::reverse(lastFirst.begin(), lastFirst.end());
+        for (const ImportedClass& imported : lastFirst) {
+            imported.end();
         }
     }
 

@@ -154,6 +154,7 @@ TEST_F(FileLog, TakesWholeLinesFromManyThreads) {
     vo_set_print_log_to_file(true);
     onStandardError([&] {
         std::vector<std::jthread> threads;
+        threads.reserve(kThreads);
         for (int thread = 0; thread < kThreads; ++thread) {
             threads.emplace_back([&textOf, thread] {
                 for (int line = 0; line < kLines; ++line) {

@@ -88,6 +88,7 @@ TEST(MemoryPool, ServesBlocksThatAnotherThreadReleases) {
     std::vector<std::vector<void*>> blocks(kThreads);
     const auto onAllThreads = [](auto&& work) {
         std::vector<std::jthread> threads;
+        threads.reserve(kThreads);
         for (int thread = 0; thread < kThreads; ++thread) {
             threads.emplace_back(work, thread);
         }

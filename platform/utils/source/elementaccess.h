@@ -11,8 +11,8 @@ struct ElementAccess {
     using Items = ElementValue::Items;
     using Value = ElementValue::Value;
 
-    /// The node as an ElementValue whose operations nobody has overridden, so that its storage may be
-    /// read in their place; null for any other.
+    /// The node as an ElementValue whose operations nobody has overridden, so that its storage may
+    /// be read in their place; null for any other.
     static const ElementValue* plain(const IElementValueBase& node) {
         return typeid(node) == typeid(ElementValue) ? static_cast<const ElementValue*>(&node)
                                                     : nullptr;
@@ -47,8 +47,8 @@ struct ElementAccess {
     /// A new node of the kind.
     template <class T, class... Arguments>
     static VoJsonPtr make(int kind, Arguments&&... arguments) {
-        return VoJsonPtr::attach(new ElementValue(std::in_place_type<T>, kind,
-                                                  std::forward<Arguments>(arguments)...));
+        return VoJsonPtr::attach(
+            new ElementValue(std::in_place_type<T>, kind, std::forward<Arguments>(arguments)...));
     }
 };
 

@@ -63,8 +63,8 @@ void copyPointer(const IElementValueBase& source, ElementValue& target) {
 
 using Merge = std::pair<VoJsonPtr, VoJsonPtr>;
 
-// Moves a member of the source, which is nobody else's, to the target, or puts the two off when both
-// are objects. Number of values added.
+// Moves a member of the source, which is nobody else's, to the target, or puts the two off when
+// both are objects. Number of values added.
 int mergeMember(const VoJsonPtr& target, const OdAnsiString& key, const VoJsonPtr& value,
                 std::vector<Merge>& later) {
     const VoJsonPtr present = target->getProperty(key);
@@ -160,4 +160,6 @@ void IElementValueBase::copySubProperty(const VoJsonPtr& source, bool replace) {
     }
 }
 
-VoJsonPtr IElementValueBase::clone() const { return copyOf(*this, kMaxDepth); }
+VoJsonPtr IElementValueBase::clone() const {
+    return copyOf(*this, kMaxDepth);
+}

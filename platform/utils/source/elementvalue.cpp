@@ -97,7 +97,9 @@ void ElementValue::initWithUtf8String(const OdAnsiString& text, bool /*flag*/) {
     ElementAccess::become<std::string>(*this, kElementText, text.view());
 }
 
-void ElementValue::addRef() const { refs.fetch_add(1, std::memory_order_relaxed); }
+void ElementValue::addRef() const {
+    refs.fetch_add(1, std::memory_order_relaxed);
+}
 
 void ElementValue::release() const {
     // Whoever holds the only reference is alone with the node and needs no atomic subtraction.
@@ -107,7 +109,9 @@ void ElementValue::release() const {
     }
 }
 
-int ElementValue::valueType() const { return type; }
+int ElementValue::valueType() const {
+    return type;
+}
 
 VoJsonPtr ElementValue::getProperty(const OdAnsiString& key) const {
     const auto* members = std::get_if<MemberTable>(&value);
@@ -154,7 +158,9 @@ IElementValueBase* ElementValue::removeProperty(const OdAnsiString& key) {
     return this;
 }
 
-int ElementValue::append(const VoJsonPtr& node) { return insertItem(itemCount(), node); }
+int ElementValue::append(const VoJsonPtr& node) {
+    return insertItem(itemCount(), node);
+}
 
 int ElementValue::insertItem(int index, const VoJsonPtr& node) {
     auto* items = std::get_if<Items>(&value);

@@ -49,16 +49,22 @@ OdAnsiString ElementValue::strValue() const {
     return text ? OdAnsiString(*text) : OdAnsiString();
 }
 
-std::int64_t ElementValue::longlongValue() const { return numberIn<std::int64_t>(value); }
+std::int64_t ElementValue::longlongValue() const {
+    return numberIn<std::int64_t>(value);
+}
 
-std::uint64_t ElementValue::ulonglongValue() const { return numberIn<std::uint64_t>(value); }
+std::uint64_t ElementValue::ulonglongValue() const {
+    return numberIn<std::uint64_t>(value);
+}
 
 bool ElementValue::boolValue() const {
     const auto* boolean = std::get_if<bool>(&value);
     return boolean && *boolean;
 }
 
-double ElementValue::floatValue() const { return numberIn<double>(value); }
+double ElementValue::floatValue() const {
+    return numberIn<double>(value);
+}
 
 void* ElementValue::ptrValue() const {
     if (const auto* object = std::get_if<OdRxObjectPtr>(&value)) {
@@ -68,14 +74,15 @@ void* ElementValue::ptrValue() const {
     return pointer ? *pointer : nullptr;
 }
 
-std::time_t ElementValue::timeValue() const { return numberIn<std::time_t>(value); }
+std::time_t ElementValue::timeValue() const {
+    return numberIn<std::time_t>(value);
+}
 
 std::time_t ElementValue::timeValueOr(std::time_t defaultValue) const {
     return (valueType() & kElementNoValue) != 0 ? defaultValue : timeValue();
 }
 
-std::time_t ElementValue::timePropertyOr(const OdAnsiString& key,
-                                         std::time_t defaultValue) const {
+std::time_t ElementValue::timePropertyOr(const OdAnsiString& key, std::time_t defaultValue) const {
     const VoJsonPtr child = getProperty(key);
     return child ? child->timeValueOr(defaultValue) : defaultValue;
 }

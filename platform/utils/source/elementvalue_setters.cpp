@@ -51,8 +51,7 @@ VoJsonPtr ElementValue::set_propertyI(const OdAnsiString& key, int number, bool 
     return set_propertyL(key, number, flag);
 }
 
-VoJsonPtr ElementValue::set_propertyL(const OdAnsiString& key, std::int64_t number,
-                                      bool /*flag*/) {
+VoJsonPtr ElementValue::set_propertyL(const OdAnsiString& key, std::int64_t number, bool /*flag*/) {
     return storeNew<std::int64_t>(*this, key, kElementInteger, number);
 }
 
@@ -98,12 +97,12 @@ VoJsonPtr ElementValue::set_values(const OdAnsiString& text) {
 }
 
 VoJsonPtr ElementValue::set_valueJ(const VoJsonPtr& node) {
-    return node && takesValue(*this) && copyValue(*node.get(), *this)
-               ? VoJsonPtr(this)
-               : nullptr;
+    return node && takesValue(*this) && copyValue(*node.get(), *this) ? VoJsonPtr(this) : nullptr;
 }
 
-VoJsonPtr ElementValue::set_valueI(int number) { return set_valueL(number); }
+VoJsonPtr ElementValue::set_valueI(int number) {
+    return set_valueL(number);
+}
 
 VoJsonPtr ElementValue::set_valueT(std::time_t time) {
     return assign<std::int64_t>(*this, kElementTime, std::int64_t{time});

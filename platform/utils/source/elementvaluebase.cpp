@@ -7,13 +7,27 @@
 #include "elementaccess.h"
 #include "jsonwriter.h"
 
-OdAnsiString IElementValueBase::strValue() const { return OdAnsiString(); }
-std::int64_t IElementValueBase::longlongValue() const { return 0; }
-std::uint64_t IElementValueBase::ulonglongValue() const { return 0; }
-bool IElementValueBase::boolValue() const { return false; }
-double IElementValueBase::floatValue() const { return 0; }
-void* IElementValueBase::ptrValue() const { return nullptr; }
-std::time_t IElementValueBase::timeValue() const { return 0; }
+OdAnsiString IElementValueBase::strValue() const {
+    return OdAnsiString();
+}
+std::int64_t IElementValueBase::longlongValue() const {
+    return 0;
+}
+std::uint64_t IElementValueBase::ulonglongValue() const {
+    return 0;
+}
+bool IElementValueBase::boolValue() const {
+    return false;
+}
+double IElementValueBase::floatValue() const {
+    return 0;
+}
+void* IElementValueBase::ptrValue() const {
+    return nullptr;
+}
+std::time_t IElementValueBase::timeValue() const {
+    return 0;
+}
 
 VoJsonPtr IElementValueBase::set_propertysW(const OdAnsiString& key, const OdString& text,
                                             bool flag) {
@@ -52,7 +66,9 @@ void IElementValueBase::GetDataJ(const char* key, VoJsonPtr& value) const {
     value = getProperty(key);
 }
 
-void IElementValueBase::SetDataI(const char* key, int value) { set_propertyI(key, value, false); }
+void IElementValueBase::SetDataI(const char* key, int value) {
+    set_propertyI(key, value, false);
+}
 
 void IElementValueBase::SetDataJ(const char* key, const VoJsonPtr& value) {
     set_propertyJ(key, value);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -142,8 +143,9 @@ void TreeCopy::copyEntry(const Folder& folder, const Entry& entry) {
 
 // Last of all and from below, since a folder may come from one that can't be written to.
 void TreeCopy::setModes() {
-    for (auto folder = made.rbegin(); folder != made.rend(); ++folder) {
-        ::chmod(folder->first.c_str(), folder->second);
+    std::reverse(made.begin(), made.end());
+    for (const auto& [path, mode] : made) {
+        ::chmod(path.c_str(), mode);
     }
 }
 

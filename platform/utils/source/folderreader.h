@@ -5,20 +5,16 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
-#include <compare>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// What stands at a path, symbolic links followed. A link that leads nowhere is nothing.
 enum class EntryKind { kNothing, kFile, kFolder, kOther };
 
-/// A file or folder, whatever its path is.
-struct EntryId {
-    dev_t device = 0;
-    ino_t number = 0;
-    friend auto operator<=>(const EntryId&, const EntryId&) = default;
-};
+/// A file or folder, whatever its path is: its device and its number there.
+using EntryId = std::pair<dev_t, ino_t>;
 
 EntryKind kindAt(const std::string& path);
 EntryId idAt(const std::string& path);

@@ -149,11 +149,11 @@ void Glob::addFiles(const std::string& path, std::vector<SortedName>& files) {
     }
 }
 
-// The last one put there is the next one searched.
 void Glob::addFolders(const Folder& parent, std::vector<SortedName>& folders) {
-    std::sort(folders.begin(), folders.end());
-    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
-        pending.push_back({joinPath(parent.path, folder->name), parent.level + 1});
+    // The last one put there is the first one searched.
+    std::sort(folders.rbegin(), folders.rend());
+    for (const SortedName& folder : folders) {
+        pending.push_back({joinPath(parent.path, folder.name), parent.level + 1});
     }
 }
 

@@ -14,8 +14,8 @@ namespace {
 
 using rapidjson::GetParseError_En;
 
-// Numbers come as text: the library's own conversion isn't exact in the last bit and reads beyond its
-// tables for a number with hundreds of zeros behind the point.
+// Numbers come as text: the library's own conversion isn't exact in the last bit and reads beyond
+// its tables for a number with hundreds of zeros behind the point.
 constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
                                 rapidjson::kParseNumbersAsStringsFlag;
 
@@ -54,8 +54,7 @@ std::optional<JsonError> readJsonText(std::string_view wholeText, VoJsonPtr& roo
     const rapidjson::ParseResult result = parse(stream, isUtf8(text), builder);
     if (result.IsError()) {
         const char* refusal = builder.refusal();
-        return errorAt(text, result.Offset(),
-                       refusal ? refusal : GetParseError_En(result.Code()));
+        return errorAt(text, result.Offset(), refusal ? refusal : GetParseError_En(result.Code()));
     }
     // The parser takes a NUL for the end of the text.
     if (stream.Tell() < text.size()) {

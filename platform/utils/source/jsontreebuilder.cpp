@@ -1,10 +1,16 @@
 #include "jsontreebuilder.h"
 
+#include <rapidjson/error/en.h>
+
 #include "elementaccess.h"
 #include "jsonnumber.h"
 #include "utf8check.h"
 
-VoJsonPtr JsonTreeBuilder::root() const { return pending.empty() ? nullptr : pending.front().node; }
+using rapidjson::GetParseError_En;
+
+VoJsonPtr JsonTreeBuilder::root() const {
+    return pending.empty() ? nullptr : pending.front().node;
+}
 
 bool JsonTreeBuilder::Null() {
     return add(ElementAccess::make<std::monostate>(kElementNull | kElementNoValue));
@@ -25,7 +31,7 @@ bool JsonTreeBuilder::RawNumber(const char* text, unsigned length, bool /*copy*/
     if (const auto* real = std::get_if<double>(&number)) {
         return add(ElementAccess::make<double>(kElementReal, *real));
     }
-    return refuse("Number too big to be stored in double.");
+    return refuse(GetParseError_En(rapidjson::kParseErrorNumberTooBig));
 }
 
 bool JsonTreeBuilder::String(const char* text, unsigned length, bool /*copy*/) {
@@ -89,7 +95,8 @@ bool JsonTreeBuilder::open(VoJsonPtr container) {
 }
 
 bool JsonTreeBuilder::isText(std::string_view text) {
-    return !checksTexts || isUtf8(text) || refuse("The surrogate pair in string is invalid.");
+    return !checksTexts || isUtf8(text) ||
+           refuse(GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid));
 }
 
 bool JsonTreeBuilder::refuse(const char* why) {

@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What the path leads to through symbolic links, whether it is there or not; empty when the links go
-// in a circle.
+// What the path leads to through symbolic links, whether it is there or not; empty when the links
+// go in a circle.
 fs::path targetOf(fs::path path) {
     constexpr int mostLinks = 40;
     for (int links = 0; links < mostLinks; ++links) {
@@ -71,8 +71,7 @@ class TemporaryFile {
 
     bool moveTo(const fs::path& target) {
         const bool safe = ::fsync(file.get()) == 0;
-        const bool moved =
-            file.close() && safe && std::rename(name.c_str(), target.c_str()) == 0;
+        const bool moved = file.close() && safe && std::rename(name.c_str(), target.c_str()) == 0;
         present = !moved;
         return moved;
     }

@@ -1,3 +1,4 @@
+// Dates and times as texts.
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -8,6 +9,8 @@
 #include "utils/paths.h"
 
 namespace {
+
+namespace chrono = std::chrono;
 
 constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
@@ -47,17 +50,16 @@ class Reader {
 
 // The compiler pads the day with a space: "Jul  5 2021 04:22:04".
 std::time_t voutStrToTime(const OdAnsiString& text) {
-    using namespace std::chrono;
     Reader reader(text.view());
-    const month monthOfYear(reader.month());
+    const chrono::month month(reader.month());
     reader.character(' ');
     const bool isPadded = reader.startsWith(' ');
     if (isPadded) {
         reader.character(' ');
     }
-    const day dayOfMonth(static_cast<unsigned>(reader.digits(isPadded ? 1 : 2)));
+    const chrono::day day(static_cast<unsigned>(reader.digits(isPadded ? 1 : 2)));
     reader.character(' ');
-    const year_month_day date(year(reader.digits(4)), monthOfYear, dayOfMonth);
+    const chrono::year_month_day date(chrono::year(reader.digits(4)), month, day);
     reader.character(' ');
     const int hour = reader.digits(2);
     reader.character(':');
@@ -67,6 +69,7 @@ std::time_t voutStrToTime(const OdAnsiString& text) {
     if (!reader.isDone() || !date.ok() || hour > 23 || minute > 59 || second > 59) {
         return -1;
     }
-    const sys_seconds moment = sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
-    return system_clock::to_time_t(moment);
+    const chrono::sys_seconds moment = chrono::sys_days(date) + chrono::hours(hour) +
+                                       chrono::minutes(minute) + chrono::seconds(second);
+    return chrono::system_clock::to_time_t(moment);
 }

@@ -48,8 +48,8 @@ std::optional<std::string> textOfFile(const char* path) {
 void logError(const OdAnsiString& path, const JsonError& error, int line) {
     constexpr int level = 4;
     if (vemo_log_level() <= level) {
-        const std::string text = path.str() + ": line " + std::to_string(error.line) +
-                                 ", column " + std::to_string(error.column) + ": " + error.reason;
+        const std::string text = path.str() + ": line " + std::to_string(error.line) + ", column " +
+                                 std::to_string(error.column) + ": " + error.reason;
         vo_Log(level, line, unit, "read", text.c_str());
     }
 }

@@ -8,7 +8,9 @@
 
 namespace {
 
-VoJsonPtr newObject() { return ElementValue::createObject(kElementObject); }
+VoJsonPtr newObject() {
+    return ElementValue::createObject(kElementObject);
+}
 
 /// So many arrays, one in the other.
 VoJsonPtr nested(int levels) {
@@ -67,8 +69,7 @@ TEST(ElementPath, AsksComputedNodes) {
     const ComputedNode computed;
     {
         const VoJsonPtr root = newObject();
-        root->makePath("Runtime")->set_propertyJ("Fonts",
-                                                 const_cast<ComputedNode*>(&computed));
+        root->makePath("Runtime")->set_propertyJ("Fonts", const_cast<ComputedNode*>(&computed));
         const VoJsonPtr asked = root->quickGetProperty("Runtime/Fonts/size/asked");
         ASSERT_TRUE(asked);
         EXPECT_EQ(asked->longlongValue(), 1);
@@ -126,8 +127,9 @@ TEST(ElementCopy, MergeKeepsWhatIsThere) {
     EXPECT_TRUE(root->quickGetProperty("a/added/below")) << "the merge shared a node";
 
     EXPECT_EQ(root->mergeProperty("b", source), 1);
-    EXPECT_EQ(root->mergeProperty("b", root), 1) << "a tree merged into itself";
-    EXPECT_TRUE(root->quickGetProperty("b/a/both"));
+    EXPECT_EQ(root->mergeProperty("b", root), 2) << "a tree merged into a part of itself";
+    EXPECT_TRUE(root->quickGetProperty("b/b/both"));
+    EXPECT_TRUE(root->quickGetProperty("b/b/b").isNull());
     EXPECT_EQ(root->mergeProperty("a", nullptr), 0);
     EXPECT_EQ(nested(1)->mergeProperty("a", source), 0);
 }

@@ -12,8 +12,12 @@ constexpr T kLeast = std::numeric_limits<T>::min();
 template <class T>
 constexpr T kMost = std::numeric_limits<T>::max();
 
-VoJsonPtr newObject() { return ElementValue::createObject(kElementObject); }
-VoJsonPtr newArray() { return ElementValue::createObject(kElementArray); }
+VoJsonPtr newObject() {
+    return ElementValue::createObject(kElementObject);
+}
+VoJsonPtr newArray() {
+    return ElementValue::createObject(kElementArray);
+}
 
 std::string keysOf(const VoJsonPtr& object) {
     std::string keys;
@@ -42,12 +46,13 @@ struct CountedObject : OdRxObject {
 }  // namespace
 
 TEST(ElementValue, KindsAreMadeEmpty) {
-    for (const int kind : {kElementArray, kElementObject, kElementText, kElementInteger,
-                           kElementUnsigned, kElementReal, kElementBoolean, kElementPointer,
-                           kElementTime}) {
+    for (const int kind :
+         {kElementArray, kElementObject, kElementText, kElementInteger, kElementUnsigned,
+          kElementReal, kElementBoolean, kElementPointer, kElementTime}) {
         EXPECT_EQ(ElementValue::createObject(kind)->valueType(), kind);
     }
-    EXPECT_EQ(ElementValue::createObject(kElementNull)->valueType(), kElementNull | kElementNoValue);
+    EXPECT_EQ(ElementValue::createObject(kElementNull)->valueType(),
+              kElementNull | kElementNoValue);
     for (const int kind : {0, 3, 12, -1, kElementNoValue | kElementText}) {
         EXPECT_TRUE(ElementValue::createObject(kind).isNull()) << kind;
     }

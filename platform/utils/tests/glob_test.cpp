@@ -44,7 +44,7 @@ class Glob : public testing::Test {
 
 TEST_F(Glob, KnowsTwoWildcardsAndNoCase) {
     for (const char* name : {"Simplex.SHX", "simple.shx", "txt.shp", ".hidden", "a[1].txt",
-                             "äb.txt", "数据.txt", "back\\slash"}) {
+                             "äb.txt", "数据.txt", "back\\slash", "𐐀b.txt", "\xe9-.txt"}) {
         folder.file(name);
     }
     EXPECT_THAT(inFolder("*.shx"), ElementsAre("simple.shx", "Simplex.SHX"));
@@ -52,11 +52,13 @@ TEST_F(Glob, KnowsTwoWildcardsAndNoCase) {
     EXPECT_THAT(inFolder("TXT.*P"), ElementsAre("txt.shp"));
     EXPECT_THAT(inFolder("a[1].txt"), ElementsAre("a[1].txt"));
     EXPECT_THAT(inFolder("[a-z]*"), IsEmpty());
-    EXPECT_THAT(inFolder("??.txt"), ElementsAre("äb.txt", "数据.txt"));
+    EXPECT_THAT(inFolder("??.txt"), ElementsAre("äb.txt", "数据.txt", "𐐀b.txt", "\xe9-.txt"));
+    EXPECT_THAT(inFolder("𐐨B.*"), ElementsAre("𐐀b.txt"));
+    EXPECT_THAT(inFolder("\xe9*"), ElementsAre("\xe9-.txt"));
     EXPECT_THAT(inFolder("Ä*"), ElementsAre("äb.txt"));
     EXPECT_THAT(inFolder("BACK\\slash"), ElementsAre("back\\slash"));
-    EXPECT_EQ(inFolder("*.*").size(), 7u);
-    EXPECT_EQ(inFolder("*").size(), 8u);
+    EXPECT_EQ(inFolder("*.*").size(), 9u);
+    EXPECT_EQ(inFolder("*").size(), 10u);
     EXPECT_THAT(inFolder(""), IsEmpty());
     EXPECT_THAT(inFolder("*simple"), IsEmpty());
     EXPECT_THAT(inFolder("./txt.shp"), IsEmpty());

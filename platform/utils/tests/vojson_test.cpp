@@ -60,6 +60,8 @@ class FullDisk {
 
 class VoJsonFile : public testing::Test {
   protected:
+    void SetUp() override { vo_set_print_log_level(4); }
+
     /// What the log says about reading the file, which has to fail.
     std::string complaintAbout(const std::string& path) const {
         const std::string log = folder.path("log");
@@ -110,9 +112,8 @@ TEST_F(VoJsonFile, SyntaxErrorIsSilentAboveItsLevel) {
 
 TEST_F(VoJsonFile, WhatIsNoFileIsNoSyntaxError) {
     ASSERT_EQ(::mkfifo(folder.path("fifo").c_str(), 0600), 0);
-    for (const std::string& path :
-         {folder.path("missing.json"), folder.path(), folder.path("fifo"), std::string("/dev/null"),
-          std::string()}) {
+    for (const std::string& path : {folder.path("missing.json"), folder.path(), folder.path("fifo"),
+                                    std::string("/dev/null"), std::string()}) {
         EXPECT_EQ(complaintAbout(path), "") << path;
     }
 }

@@ -55,7 +55,7 @@ class OdArray {
     /// Takes a private copy of a shared buffer first, as does every operation that may change it.
     T& at(size_type index) {
         checkIndex(index);
-        return own()[index];
+        return raising([this]() -> T* { return own().data(); })[index];
     }
     const T& operator[](size_type index) const { return at(index); }
     T& operator[](size_type index) { return at(index); }
@@ -121,7 +121,9 @@ class OdArray {
 
     const_iterator begin() const { return buffer ? buffer->items.data() : nullptr; }
     const_iterator end() const { return begin() + size(); }
-    iterator begin() { return buffer ? own().data() : nullptr; }
+    iterator begin() {
+        return buffer ? raising([this]() -> T* { return own().data(); }) : nullptr;
+    }
     iterator end() { return begin() + size(); }
     const T* getPtr() const { return begin(); }
 
@@ -176,8 +178,13 @@ class OdArray {
     }
     template <class Change>
     void change(Change&& apply) {
+        raising([&] { apply(own()); });
+    }
+    // Failures of memory as the array's own error.
+    template <class Action>
+    static auto raising(Action&& action) {
         try {
-            apply(own());
+            return action();
         } catch (const std::bad_alloc&) {
             odThrowOutOfMemory();
         } catch (const std::length_error&) {

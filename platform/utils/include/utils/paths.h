@@ -30,7 +30,9 @@ UTILS_EXPORT bool voutIsExistFile(const OdAnsiString& path);
 /// Whether a file or folder stands at the path when each component is compared without regard to
 /// case; `found` is then its absolute path as it stands on disk, symbolic links not resolved. A
 /// name that fits exactly comes before one that differs in case, and every folder that fits is
-/// tried. `found` is unchanged on a miss.
+/// tried. "." and ".." are resolved, ".." behind a symbolic link stays; a closing separator asks
+/// for a folder. A path that fits exactly with each "\" taken as part of a name comes first of all.
+/// `found` is unchanged on a miss.
 UTILS_EXPORT bool voutIsExistFileNoCaseSensitive(const OdAnsiString& path, OdAnsiString& found);
 UTILS_EXPORT bool voutIsExistFileNoCaseSensitiveW(const OdString& path, OdString& found);
 
@@ -38,11 +40,15 @@ UTILS_EXPORT bool voutIsExistFileNoCaseSensitiveW(const OdString& path, OdString
 UTILS_EXPORT bool voutCreateDir(const OdAnsiString& path);
 
 /// Copies a file, or the content of a folder with all below it, to the target; missing folders are
-/// made, existing files replaced, modes kept. True when everything was copied.
+/// made, existing files replaced, modes kept. Symbolic links are copied as what they lead to; one
+/// that leads back into its own folders is left out, and so is a target that lies within the
+/// source. True when everything else was copied; what fails, or is neither file nor folder, is
+/// passed over.
 UTILS_EXPORT bool voutCopyFile(const OdAnsiString& source, const OdAnsiString& target);
 
-/// Appends the absolute paths of the files whose name fits the pattern without regard to case; "*"
-/// and "?" are its wildcards. `depth` levels of folders are searched, 1 being the folder alone.
+/// Appends the absolute paths of the plain files whose name fits the pattern without regard to
+/// case;
+/// "*" and "?" are its wildcards. `depth` levels of folders are searched, 1 being the folder alone.
 ///
 /// The folder is taken as it stands. Its own files come before those of its subfolders; in a
 /// folder, by name without extension (case ignored, then byte order), then by extension. Without a
@@ -65,6 +71,7 @@ UTILS_EXPORT OdAnsiString vosiutEvaluatePath(const OdAnsiString& path, const VoJ
 
 /// Stores the application's temporary folder; set it on one thread before others read it.
 UTILS_EXPORT void setTempPath(const OdAnsiString& path);
+/// What was stored; empty before.
 UTILS_EXPORT OdAnsiString voutTempPath();
 
 /// A date and time in the form of "Jul 15 2021 04:22:04", read as UTC; -1 for any other text.
