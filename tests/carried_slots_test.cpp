@@ -4,15 +4,13 @@
 
 #include <string>
 
+#include "core/vomoduleservices.h"
 #include "core/vosifindfontsvr.h"
-#include "elementreadonlyobject.h"
 #include "slotcall.h"
 #include "slothosttables.h"
-#include "treehelpers.h"
 #include "voappservice.h"
 
 using slots::call;
-using slots::ofNode;
 using slots::ofService;
 
 namespace {
@@ -128,61 +126,62 @@ TEST(CarriedSlots, FontSearchServiceHasFiveOperations) {
     EXPECT_EQ(fileName, L"ttfFileNameByDescriptor");
 }
 
-// ---- the read-only node ----
+// ---- documents ----
 
-constexpr std::time_t kSomeTime = 1626322924;
-
-class TwoProperties : public ElementReadOnlyObject {
+class AnsweringDocument : public vosi::VosiDocument {
   public:
-    const PropEntry* getPropMap(int& count) const override {
-        static const PropEntry entries[] = {
-            {"name", [](const ElementReadOnlyObject*) { return tree::text("computed"); }},
-            {"made",
-             [](const ElementReadOnlyObject*) {
-                 return ElementValue::createObject(kElementTime)->set_valueT(kSomeTime);
-             }},
-        };
-        count = 2;
-        return entries;
-    }
+    OdString documentFilePath() override { return L"documentFilePath"; }
+    OdString documentFolder() override { return L"documentFolder"; }
+    OdSmartPtr<OdDbBaseDatabase> documentDatabase() override { return database; }
+    std::uint32_t documentStateBits() override { return 4; }
+    OdSmartPtr<vosi::VosiDocumentData> documentData() override { return nullptr; }
+
+    OdSmartPtr<OdDbBaseDatabase> database = OdRxObjectImpl<OdDbBaseDatabase>::createObject();
 };
 
-using Key = const OdAnsiString&;
-using Node = const VoJsonPtr&;
+class AnsweringDocumentData : public vosi::VosiDocumentData {
+  public:
+    OdRxObject* owner() override { return this; }
+    OdRxDictionaryPtr dictionary() override { return nullptr; }
+};
 
-TEST(CarriedSlots, ReadOnlyNodeComputesItsProperties) {
-    const TwoProperties node;
-    EXPECT_EQ(call<int()>(&node, ofNode(3)), 0x2002);
-    EXPECT_EQ(call<VoJsonPtr(Key)>(&node, ofNode(4), "name")->strValue(), "computed");
-    EXPECT_EQ(call<int()>(&node, ofNode(7)), 2);
-    OdAnsiString key;
-    EXPECT_TRUE((call<VoJsonPtr(int, OdAnsiString&)>(&node, ofNode(8), 1, key)));
-    EXPECT_EQ(key, "made");
-    EXPECT_TRUE(call<bool(Key)>(&node, ofNode(9), "made"));
-    EXPECT_EQ(call<std::time_t(std::time_t)>(&node, ofNode(17), kSomeTime), 0);
-    EXPECT_EQ((call<std::time_t(Key, std::time_t)>(&node, ofNode(18), "made", 1)), kSomeTime);
-    EXPECT_EQ((call<std::time_t(Key, std::time_t)>(&node, ofNode(18), "absent", 1)), 1);
-    int count = 0;
-    EXPECT_EQ(call<const PropEntry*(int&)>(&node, ofNode(51), count), node.getPropMap(count));
+TEST(CarriedSlots, DocumentsHaveFiveOperations) {
+    const auto document = OdRxObjectImpl<AnsweringDocument>::createObject();
+    const void* table = document.get();
+    EXPECT_EQ(call<OdString()>(table, ofService(1)), L"documentFilePath");
+    EXPECT_EQ(call<OdString()>(table, ofService(2)), L"documentFolder");
+    EXPECT_EQ(call<OdSmartPtr<OdDbBaseDatabase>()>(table, ofService(3)), document->database);
+    EXPECT_EQ(call<std::uint32_t()>(table, ofService(4)), 4u);
+    EXPECT_TRUE(call<OdRxObjectPtr()>(table, ofService(5)).isNull());
+
+    const auto data = OdRxObjectImpl<AnsweringDocumentData>::createObject();
+    EXPECT_EQ(call<OdRxObject*()>(data.get(), ofService(1)), data.get());
+    EXPECT_TRUE(call<OdRxDictionaryPtr()>(data.get(), ofService(2)).isNull());
 }
 
-TEST(CarriedSlots, ReadOnlyNodeRefusesChanges) {
-    TwoProperties node;
-    const VoJsonPtr text = tree::text("new");
-    call<void()>(&node, ofNode(2));
-    call<void()>(&node, ofNode(2));  // counts, but never goes
-    EXPECT_TRUE(
-        (call<VoJsonPtr(Key, Key, bool)>(&node, ofNode(19), "name", "new", false)).isNull());
-    EXPECT_TRUE((call<VoJsonPtr(Key, Node)>(&node, ofNode(21), "name", text)).isNull());
-    EXPECT_TRUE(call<VoJsonPtr(Key)>(&node, ofNode(33), "new").isNull());
-    EXPECT_TRUE(call<VoJsonPtr(Key)>(&node, ofNode(39), "a/b").isNull());
-    EXPECT_EQ(call<void*(Key)>(&node, ofNode(40), "name"), &node);
-    EXPECT_EQ(call<int(Node)>(&node, ofNode(41), text), 0);
-    EXPECT_EQ(call<int(int)>(&node, ofNode(43), 0), -1);
-    EXPECT_EQ((call<int(Key, Node)>(&node, ofNode(46), "name", text)), 0);
-    call<void()>(&node, ofNode(50));
-    EXPECT_EQ(call<VoJsonPtr()>(&node, ofNode(49))->writeJson(),
-              R"({"name":"computed","made":1626322924})");
+// ---- the main program's callback ----
+
+class AnsweringCallback : public VoMainAppCallback {
+  public:
+    void initialize() override { calls += "initialize "; }
+    void uninitialize() override { calls += "uninitialize "; }
+    OdAnsiString queryAppDataPath() override { return "queryAppDataPath"; }
+    OdAnsiString querySysFontPath() override { return "querySysFontPath"; }
+    OdAnsiString queryTempPath() override { return "queryTempPath"; }
+    OdAnsiString queryDocumentPath() override { return "queryDocumentPath"; }
+
+    std::string calls;
+};
+
+TEST(CarriedSlots, CallbackBeginsWithItsSixOperations) {
+    const AnsweringCallback callback;
+    call<void()>(&callback, 0);
+    call<void()>(&callback, 1);
+    EXPECT_EQ(callback.calls, "initialize uninitialize ");
+    EXPECT_EQ(call<OdAnsiString()>(&callback, 2), "queryAppDataPath");
+    EXPECT_EQ(call<OdAnsiString()>(&callback, 3), "querySysFontPath");
+    EXPECT_EQ(call<OdAnsiString()>(&callback, 4), "queryTempPath");
+    EXPECT_EQ(call<OdAnsiString()>(&callback, 5), "queryDocumentPath");
 }
 
 }  // namespace

@@ -13,6 +13,8 @@ namespace vemoapp {
 
 namespace {
 
+constexpr std::size_t kShownErrors = 3;
+
 std::string pathOf(const OdString& fileName) {
     OdString found = findFile(fileName);
     if (!found.isEmpty()) {
@@ -34,8 +36,8 @@ void AliasManager::loadAliases() {
     }
     std::ifstream stream(path, std::ios::binary);
     table = readAliases(stream);
-    for (const std::string& error : table.errors) {
-        say(path + ", " + error);
+    if (!table.errors.empty()) {
+        say(path + ": " + joined(table.errors, "; ", kShownErrors));
     }
 }
 

@@ -65,6 +65,7 @@ std::string entitiesLine(const DxfDrawing& drawing) {
     std::stable_sort(counts.begin(), counts.end(),
                      [](const Count& a, const Count& b) { return a.second > b.second; });
     std::vector<std::string> items;
+    items.reserve(counts.size());
     for (const auto& [type, count] : counts) {
         items.push_back(type + " " + std::to_string(count));
     }

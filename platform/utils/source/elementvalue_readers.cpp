@@ -1,4 +1,5 @@
 // The node's own value, read as whatever the caller asks for.
+#include <cmath>
 #include <limits>
 #include <type_traits>
 #include <utility>
@@ -14,15 +15,16 @@ To saturated(From number) {
     if constexpr (std::is_floating_point_v<To>) {
         return static_cast<To>(number);
     } else if constexpr (std::is_floating_point_v<From>) {
-        // The range ends at a power of 2, which is exact here where the largest integer isn't.
-        constexpr From end = 2 * static_cast<From>(Limits::max() / 2 + 1);
+        // The range ends at a power of 2, which a real holds exactly where it rounds the last
+        // integer.
+        const From end = std::ldexp(From{1}, Limits::digits);
         if (number >= end) {
             return Limits::max();
         }
         if (number < static_cast<From>(Limits::min())) {
             return Limits::min();
         }
-        return number == number ? static_cast<To>(number) : To{};
+        return std::isnan(number) ? To{} : static_cast<To>(number);
     } else {
         return std::in_range<To>(number) ? static_cast<To>(number)
                : number < 0              ? Limits::min()

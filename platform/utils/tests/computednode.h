@@ -14,7 +14,7 @@ class ComputedNode : public IElementValueBase {
     VoJsonPtr getProperty(const OdAnsiString& key) const override {
         ++asked;
         if (key == "size") {
-            const VoJsonPtr size = ElementValue::createObject(kElementObject);
+            VoJsonPtr size = ElementValue::createObject(kElementObject);
             size->set_propertyI("asked", asked, false);
             return size;
         }

@@ -1,6 +1,6 @@
 // The children of an object node: texts with nodes, in the order of their insertion.
 //
-// A few keys are compared one by one; from kSearched keys on, a hash index beside them tells where
+// A few keys are compared one by one; beyond kSearched, a hash index beside them tells where
 // a key stands. Belongs to one thread at a time, as the node does that holds it.
 #pragma once
 
@@ -20,7 +20,7 @@ class UTILS_EXPORT MemberTable {
     };
 
     /// The longest table that is searched without an index.
-    static constexpr std::size_t kSearched = 16;
+    static constexpr std::size_t kSearched = 12;
 
     std::size_t size() const { return members.size(); }
     const Member& at(std::size_t place) const { return members[place]; }
