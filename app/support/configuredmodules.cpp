@@ -22,15 +22,20 @@ OdString fileNameOf(const OdAnsiString& entry, bool bareName) {
 }
 
 // The linker notes some failures under the path that was asked for and some under the bare name.
+// Its words often begin with the file's name, which the user has been told already.
 std::string reasonFor(const OdString& moduleName) {
-    std::string reason = "not tried";
+    OdString reason = L"not tried";
     const auto failures = odrxDynamicLinker()->failures();
     for (const OdRxModuleFailure& failure : failures) {
         if (voutGetLastFileNameInPathW(failure.moduleName) == moduleName) {
-            reason = OdStringToUtf8String(failure.reason).str();
+            reason = failure.reason;
         }
     }
-    return reason;
+    const OdString repeated = moduleName + L": ";
+    if (reason.view().starts_with(repeated.view())) {
+        reason = reason.mid(repeated.getLength());
+    }
+    return OdStringToUtf8String(reason).str();
 }
 
 void addMissing(const ModuleList& list, std::vector<MissingModule>& missing) {

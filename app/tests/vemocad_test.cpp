@@ -156,7 +156,7 @@ TEST(Vemocad, AFailedStartSaysInOneLineWhatIsMissing) {
     };
     const Case cases[] = {
         {"{ broken", "\"Vemo/MainUI\".*the system configuration is missing, damaged or names no"},
-        {configWith("\"nosuch\"", ""), "\"Vemo/MainUI\".*libnosuch\\.so not loaded: .*nosuch"},
+        {configWith("\"nosuch\"", ""), "\"Vemo/MainUI\".*libnosuch\\.so not loaded: cannot open"},
         {configWith("\"docmgr\"", ""), "\"Vemo/MainUI\".*none of the loaded modules registers it"},
         {configWith("\"mainui\", \"editsystem\"", ""), "Core/DocMgr"},
         {configWith("\"mainui\", \"docmgr\"", ""), "Core/EditSystemServer"},
@@ -217,7 +217,7 @@ TEST(Vemocad, AUsersModuleThatIsMissingIsListedWithItsReason) {
     RunResult result = vemocad.run({}, "MODULES\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr("loaded   libusermodule.so"));
-    EXPECT_THAT(result.output, ContainsRegex("missing  libnothere.so .User/Library.: .*nothere"));
+    EXPECT_THAT(result.output, ContainsRegex("missing  libnothere.so .User/Library.: cannot open"));
 }
 
 }  // namespace

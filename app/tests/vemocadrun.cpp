@@ -62,6 +62,7 @@ RunResult VemocadRun::run(const std::vector<std::string>& arguments,
     write("input", input);
     pid_t child = fork();
     if (child == 0) {
+        setenv("LC_ALL", "C.UTF-8", 1);
         setenv("HOME", path("home").c_str(), 1);
         setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
         redirect(path("input"), O_RDONLY, STDIN_FILENO);

@@ -51,12 +51,19 @@ std::string headerLine(const DxfDrawing& drawing) {
     return line;
 }
 
+// "3: a, b, c"
+std::string counted(std::uint64_t count, const std::vector<std::string>& items,
+                    std::string_view separator) {
+    return items.empty() ? "none"
+                         : std::to_string(count) + ": " + joined(items, separator, kShownItems);
+}
+
 std::string layersLine(const DxfDrawing& drawing) {
     std::vector<std::string> items;
     for (const DxfLayer& layer : drawing.layers) {
         items.push_back(layer.name + " (" + std::to_string(layer.entities) + ")");
     }
-    return std::to_string(items.size()) + ": " + joined(items, ", ", kShownItems);
+    return counted(items.size(), items, ", ");
 }
 
 std::string entitiesLine(const DxfDrawing& drawing) {
@@ -69,7 +76,7 @@ std::string entitiesLine(const DxfDrawing& drawing) {
     for (const auto& [type, count] : counts) {
         items.push_back(type + " " + std::to_string(count));
     }
-    return std::to_string(drawing.entityTotal()) + ": " + joined(items, ", ", kShownItems);
+    return counted(drawing.entityTotal(), items, ", ");
 }
 
 std::string fontOf(const DxfTextStyle& style) {
@@ -88,7 +95,7 @@ std::string stylesLine(const DxfDrawing& drawing) {
     for (const DxfTextStyle& style : drawing.styles) {
         items.push_back((style.namesShapeFile ? "shapes" : style.name) + ": " + fontOf(style));
     }
-    return std::to_string(items.size()) + ": " + joined(items, "; ", kShownItems);
+    return counted(items.size(), items, "; ");
 }
 
 }  // namespace
@@ -98,8 +105,7 @@ std::vector<std::string> describeDrawing(const DxfDrawing& drawing) {
         "  version   " + headerLine(drawing), "  layers    " + layersLine(drawing),
         "  entities  " + entitiesLine(drawing), "  styles    " + stylesLine(drawing)};
     if (!drawing.blocks.empty()) {
-        lines.push_back("  blocks    " + std::to_string(drawing.blocks.size()) + ": " +
-                        joined(drawing.blocks, ", ", kShownItems));
+        lines.push_back("  blocks    " + counted(drawing.blocks.size(), drawing.blocks, ", "));
     }
     return lines;
 }
