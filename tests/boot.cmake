@@ -15,7 +15,7 @@ function(vemo_add_boot_module name source)
   add_dependencies(boot_modules ${target})
 endfunction()
 
-foreach(name stage aliases autotest remotedebug wizard raiser leftservice)
+foreach(name stage aliases autotest remotedebug wizard raiser leftservice witness)
   vemo_add_boot_module(${name} ${name}.cpp)
 endforeach()
 foreach(name alpha beta gamma)
@@ -24,6 +24,11 @@ endforeach()
 # A module of the drawing runtime's kind, whose file name follows no rule.
 vemo_add_boot_module(oda plain.cpp)
 set_target_properties(bootmodule_oda PROPERTIES PREFIX "" SUFFIX ".tx")
+
+# In a folder that one test alone names to the linker.
+vemo_add_boot_module(RecomputeDimBlock witness.cpp)
+set_target_properties(bootmodule_RecomputeDimBlock PROPERTIES
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/modules/drawing)
 
 file(GLOB boot_tests CONFIGURE_DEPENDS boot_*_test.cpp)
 list(FILTER boot_tests EXCLUDE REGEX "boot_carried_.*")

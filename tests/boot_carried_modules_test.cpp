@@ -21,4 +21,14 @@ TEST_F(CarriedTest, ThereIsOneApplicationInTheProcess) {
     EXPECT_EQ(journal::lines().back(), "end libstage.so [quitting]");
 }
 
+// Modules reach only what their names find in the list; the operation itself takes any module.
+TEST_F(CarriedTest, ModuleThatIsNotInTheListIsNotUnloaded) {
+    bootBare();
+    const OdRxModulePtr alpha = odrxDynamicLinker()->loadModule("alpha", true);
+    ASSERT_FALSE(alpha.isNull());
+    g_appService->unloadExModule(alpha.get());
+    g_appService->unloadExModule(nullptr);
+    EXPECT_FALSE(odrxDynamicLinker()->loadedModule("alpha").isNull());
+}
+
 }  // namespace

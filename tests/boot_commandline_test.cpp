@@ -2,7 +2,9 @@
 // text.
 #include <fcntl.h>
 #include <unistd.h>
+#include <utils/paths.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "boot_support.h"
@@ -43,8 +45,9 @@ class CommandLineTest : public BootTest {
         const int file = ::open(folder.path("usage").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600);
         ::dup2(file, STDOUT_FILENO);
         ::close(file);
+        expectExit();
         boot(arguments);
-        ::_exit(99);
+        ::_exit(EXIT_FAILURE);
     }
 };
 
@@ -121,6 +124,7 @@ TEST_F(CommandLineTest, RuntimeBranchTellsWhereTheProcessLives) {
     EXPECT_EQ(text("AppDataPath"), folder.path("data"));
     EXPECT_EQ(text("DocumentPath"), folder.path("documents"));
     EXPECT_EQ(text("TempPath"), folder.path("temp"));
+    EXPECT_EQ(voutTempPath().str(), folder.path("temp"));
     EXPECT_EQ(text("SysFontPath"), folder.path("fonts"));
     EXPECT_FALSE(text("packageName").empty());
     const VoJsonPtr database = runtime->getProperty("defaultWorkingDatabase");

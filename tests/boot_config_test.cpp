@@ -32,6 +32,7 @@ class ConfigTest : public BootTest {
 
 // ---- the version rule ----
 
+// The system's branch has an empty key, which no merge takes over.
 struct VersionRow {
     const char* name;
     int system;          // 0 for a branch without a version
@@ -53,7 +54,7 @@ TEST_P(VersionRule, DecidesTheUserBranch) {
     }
     const std::string version =
         row.system == 0 ? "" : R"("version": )" + std::to_string(row.system) + ", ";
-    bootWith(R"({"User": {)" + version + R"("both": 7, "new": ["x"]}})");
+    bootWith(R"({"User": {)" + version + R"("both": 7, "": 0, "new": ["x"]}})");
     EXPECT_EQ(json(vo_sys_config("User")), row.branch);
     EXPECT_EQ(json(vo_user_config("", 0)), row.branch);
     EXPECT_FALSE(std::string(row.branch).find("own") != std::string::npos &&
@@ -66,7 +67,8 @@ constexpr const char* kUsersOwn513 = R"({"version":513,"both":"user's","own":{"a
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, VersionRule,
-    testing::Values(VersionRow{"FirstRun", 0x0101, 0, R"({"version":257,"both":7,"new":["x"]})"},
+    testing::Values(VersionRow{"FirstRun", 0x0101, 0,
+                               R"({"version":257,"both":7,"":0,"new":["x"]})"},
                     VersionRow{"SystemMinorAhead", 0x0102, 0x0101,
                                R"({"version":258,"both":"user's","own":{"a":1},"new":["x"]})"},
                     VersionRow{"UserMinorAhead", 0x0101, 0x0102,
@@ -75,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
                     VersionRow{"UserMajorAheadMinorsDiffer", 0x0102, 0x0201,
                                R"({"version":258,"both":"user's","own":{"a":1},"new":["x"]})"},
                     VersionRow{"SystemMajorAhead", 0x0201, 0x0101,
-                               R"({"version":513,"both":7,"new":["x"]})"},
+                               R"({"version":513,"both":7,"":0,"new":["x"]})"},
                     VersionRow{"NegativeUserVersionIsOneZero", 0x0100, -3,
                                R"({"version":-3,"both":"user's","own":{"a":1}})"},
                     VersionRow{"NegativeUserVersionIsMerged", 0x0101, -3,

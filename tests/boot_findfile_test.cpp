@@ -169,7 +169,8 @@ TEST_F(FindFileTest, AbsoluteNameIsTakenAsItStandsAndThenByItsBareName) {
     EXPECT_THAT(findOneAfterAnother(folder.path("OLD/A.PAT")),
                 ElementsAre("old/a.pat", "support/A.pat"));
     folder.file("support/b.pat");
-    EXPECT_EQ(find("C:\\patterns\\b.pat"), "support/b.pat");
+    folder.file("drawings/b.pat");
+    EXPECT_EQ(find("C:\\patterns\\b.pat", database.get()), "support/b.pat");
     // The document's folder is among the folders, the drawing's own is for relative names alone.
     EXPECT_THAT(findOneAfterAnother("/nowhere/a.pat", database.get()),
                 ElementsAre("companion/a.pat"));

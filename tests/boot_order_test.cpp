@@ -7,6 +7,9 @@
 #include <thread>
 
 #include "boot_support.h"
+#include "core/vofibersvr.h"
+#include "core/vomoduleservices.h"
+#include "core/vosicoroutine.h"
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -49,6 +52,7 @@ class OrderTest : public BootTest {
 };
 
 const char* const kStartUp[] = {
+    "pool set [quitting]",
     "query AppDataPath",
     "query AppDataPath",
     "query DocumentPath",
@@ -142,6 +146,86 @@ TEST_F(OrderTest, WhatStandsAtTheMainProgramsTwoMoments) {
     EXPECT_THAT(journalOf({"uninitialize"}), ElementsAre("uninitialize [quitting]"));
 }
 
+constexpr const char* kEverything =
+    " dispatcher trees Core/Fiber Core/FiberCoroutine Core/FindFonts dialogs classes any class";
+
+TEST_F(OrderTest, WhatStandsForModulesOfTheFirstWave) {
+    configure({.coreLibrary = R"(["witness"])"});
+    EXPECT_EQ(boot(), kVemoNoMainWindow);
+    shutDown();
+    // The runtime ends these modules when the library has taken down all but its dictionary.
+    EXPECT_THAT(journalOf({"libwitness"}),
+                ElementsAre(std::string("libwitness.so begins:") + kEverything,
+                            "libwitness.so ends: [quitting]"));
+}
+
+TEST_F(OrderTest, RuntimesOwnModuleComesBehindTheServicesAndGoesBeforeThem) {
+    program.onFirstQuery = [] {
+        const std::string self = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+        odrxDynamicLinker()->addModuleFolder(OdUtf8StringToOdString(self + "/modules/drawing"));
+    };
+    ASSERT_EQ(boot(), 0);
+    shutDown();
+    EXPECT_THAT(
+        journalOf({"libRecompute", "init", "end", "uninit"}),
+        ElementsAre(std::string("libRecomputeDimBlock.so begins:") + kEverything, "initialize",
+                    "init libstage.so", "uninitialize [quitting]",
+                    std::string("libRecomputeDimBlock.so ends:") + kEverything + " [quitting]",
+                    "end libstage.so [quitting]"));
+}
+
+// Looks at the fiber world from inside showMainWindow.
+class FiberWindow : public vosi::VosiMainUISvr {
+  public:
+    std::int32_t showMainWindow() override {
+        VoFiberHandle root = fibers()->currentFiber();
+        note(root && !fibers()->isOffCurrentFiber() && !fibers()->fiberData(root)
+                 ? "window runs on the root fiber"
+                 : "window runs on no fiber");
+        // The first to ask the manager anything: on a fiber that the manager doesn't know.
+        VoFiberHandle other = fibers()->createFiber(
+            0,
+            [](void* data) {
+                note(coroutines()->currentCoroutine() ? "main coroutine was made late"
+                                                      : "main coroutine was there");
+                fibers()->switchToFiber(static_cast<VoFiberHandle>(data));
+            },
+            root);
+        fibers()->switchToFiber(other);
+        fibers()->deleteFiber(other);
+        note(coroutines()->isMainCoroutine() ? "window runs as the main coroutine" : "it doesn't");
+        return 5;
+    }
+
+  private:
+    static VoFiberSvrPtr fibers() { return vo_arbitDict_getservice(vosi::kFiberKey); }
+    static vosi::VosiCoroutineManagerSvrPtr coroutines() {
+        return vo_arbitDict_getservice(vosi::kFiberCoroutineKey);
+    }
+};
+
+TEST_F(OrderTest, MainWindowRunsOnTheRootFiberAsTheMainCoroutine) {
+    journal::set("without", "Vemo/MainUI");
+    program.onInitialize = [] {
+        vo_arbitDict_regservice(vosi::kMainUIKey, OdRxObjectImpl<FiberWindow>::createObject());
+    };
+    EXPECT_EQ(boot(), 5);
+    EXPECT_THAT(journalOf({"window", "main", "it"}),
+                ElementsAre("window runs on the root fiber", "main coroutine was there",
+                            "window runs as the main coroutine"));
+}
+
+TEST_F(OrderTest, RuntimesTraceAndGeometryErrorsGoNowhere) {
+    odSetTraceFunc([](const wchar_t*) { note("traced"); });
+    bootBare();
+    odTrace(L"message\n");
+    odTrace(L"");
+    EXPECT_THAT(journalOf({"traced"}), IsEmpty());
+    EXPECT_NO_THROW(OdGeContext::gErrorFunc(eInvalidInput));
+    shutDown();
+    EXPECT_NO_THROW(OdGeContext::gErrorFunc(eInvalidInput));
+}
+
 TEST_F(OrderTest, WithoutMainWindowEverythingElseIsUpAndGoesDown) {
     configure({.library = R"(["alpha"])"});
     journal::set("without", "Vemo/MainUI");
@@ -226,7 +310,7 @@ TEST_F(OrderTest, SecondRunInTheProcessStartsAfresh) {
     EXPECT_EQ(json(vo_runtime_config("loadedModules/fixExtLibray")), R"(["libalpha.so"])");
     EXPECT_FALSE(vo_is_appQuiting());
     // The object is the same one, so its state says so until the command line is read.
-    EXPECT_EQ(journal::lines().front(), "query AppDataPath [quitting]");
+    EXPECT_EQ(journal::lines()[1], "query AppDataPath [quitting]");
     EXPECT_THAT(journalOf({"init lib"}), ElementsAre("init libstage.so", "init libalpha.so"));
     EXPECT_THAT(libraryLog(), IsEmpty());
     EXPECT_EQ(shutDown(), 0);

@@ -2,10 +2,14 @@
 
 #include <dlfcn.h>
 #include <global/log.h>
+#include <unistd.h>
 #include <utils/vojson.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -16,13 +20,51 @@ std::vector<std::string>& recordedLog() {
     return lines;
 }
 
+bool exitExpected = false;
+
+// While vemo_root runs the process must not end: the status of a usage request, 0, would pass for a
+// test that passed.
+class ExitGuard {
+  public:
+    ExitGuard() {
+        [[maybe_unused]] static const int registered = std::atexit(failWhereInBoot);
+        inBoot = true;
+    }
+    ExitGuard(const ExitGuard&) = delete;
+    ExitGuard& operator=(const ExitGuard&) = delete;
+    ~ExitGuard() { inBoot = false; }
+
+  private:
+    static void failWhereInBoot() {
+        if (inBoot && !exitExpected) {
+            std::fputs("vemo_root ended the process\n", stderr);
+            ::_exit(EXIT_FAILURE);
+        }
+    }
+
+    static inline bool inBoot = false;
+};
+
+template <class Function>
+Function realFunction(const char* symbol) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, symbol));
+}
+
 std::string moduleFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "modules";
 }
 
 }  // namespace
 
-// Stands in front of the log's own function, since a program's symbols come before its libraries'.
+// The next two stand in front of the libraries' own functions, since a program's symbols come
+// before those of its libraries.
+void set_mempool_proc(OdAllocProc alloc, OdReallocProc realloc, OdFreeProc free) {
+    note(odrxSystemServices() ? "pool set too late" : "pool set");
+    using Set = void (*)(OdAllocProc, OdReallocProc, OdFreeProc);
+    static const auto real = realFunction<Set>("_Z16set_mempool_procPFPvmEPFS_S_mmEPFvS_E");
+    real(alloc, realloc, free);
+}
+
 void vo_Log(int level, int line, const char* file, const char* function, const char* text) {
     if (const std::string_view unit(file); unit.starts_with(kUnitFolder)) {
         recordedLog().push_back(std::to_string(level) + ' ' +
@@ -30,7 +72,7 @@ void vo_Log(int level, int line, const char* file, const char* function, const c
                                 ' ' + text);
     }
     using Log = void (*)(int, int, const char*, const char*, const char*);
-    static const auto real = reinterpret_cast<Log>(dlsym(RTLD_NEXT, "_Z6vo_LogiiPKcS0_S0_"));
+    static const auto real = realFunction<Log>("_Z6vo_LogiiPKcS0_S0_");
     real(level, line, file, function, text);
 }
 
@@ -59,6 +101,9 @@ void MainProgram::uninitialize() {
 }
 
 OdAnsiString MainProgram::answer(const std::string& what, const std::string& subfolder) {
+    if (!std::exchange(asked, true)) {
+        onFirstQuery();
+    }
     note("query " + what);
     return folder.path(subfolder);
 }
@@ -85,7 +130,12 @@ int BootTest::boot(const std::vector<std::string>& arguments) {
     }
     argv.push_back(nullptr);
     up = true;
+    const ExitGuard guard;
     return vemo_root(argv.data(), static_cast<int>(texts.size()), &program);
+}
+
+void BootTest::expectExit() {
+    exitExpected = true;
 }
 
 int BootTest::shutDown() {

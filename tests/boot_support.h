@@ -47,11 +47,15 @@ class MainProgram : public VoMainAppCallback {
     OdAnsiString queryTempPath() override { return answer("TempPath", "temp"); }
     OdAnsiString queryDocumentPath() override { return answer("DocumentPath", "documents"); }
 
+    /// Runs when the first path is asked for: the drawing runtime is up, and nothing else.
+    std::function<void()> onFirstQuery = [] {};
     std::function<void()> onInitialize = [] {};
     std::function<void()> onUninitialize = [] {};
 
   private:
     OdAnsiString answer(const std::string& what, const std::string& subfolder);
+
+    bool asked = false;
 
     const TestFolder& folder;
 };
@@ -66,6 +70,8 @@ class BootTest : public testing::Test {
     /// vemo_root with these arguments behind the program's name.
     int boot(const std::vector<std::string>& arguments = {});
     int shutDown();
+    /// Lets vemo_root end the process, which otherwise counts as a failure.
+    static void expectExit();
     /// A run without modules, which ends before the main window: the quickest that has everything
     /// but modules.
     void bootBare(const std::vector<std::string>& arguments = {});

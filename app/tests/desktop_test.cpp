@@ -61,6 +61,7 @@ TEST_F(DesktopFolders, DocumentsAreWhereTheDesktopSaysElseUnderHome) {
 
 ConfigFiles filesOf(std::vector<std::string> words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size());
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }

@@ -55,6 +55,7 @@ RunResult VemocadRun::run(const std::vector<std::string>& arguments,
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), "vemocad");
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }

@@ -1,3 +1,4 @@
+// The summary of a drawing that is shown when it is opened: one line a topic, none without end.
 #include <algorithm>
 
 #include "dxfdrawing.h"

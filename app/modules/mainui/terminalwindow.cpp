@@ -69,6 +69,8 @@ void TerminalWindow::runCommandLoop() {
         }
         LineReader::Result result = lines.next(line);
         if (result == LineReader::kEnd) {
+            // The prompt's line is still open.
+            std::cout << (person ? "\n" : "") << std::flush;
             break;
         }
         if (result == LineReader::kTooLong) {
