@@ -74,7 +74,7 @@ TEST_F(AccessorsTest, UserNodesAreMadeOnRequest) {
 
 TEST_F(AccessorsTest, BuildTimestampIsThere) {
     EXPECT_GT(vo_build_timestamp(), 1'600'000'000);
-    EXPECT_LT(vo_build_timestamp(), std::time(nullptr) + 24 * 3600);
+    EXPECT_LT(vo_build_timestamp(), std::time(nullptr) + 86'400);
 }
 
 TEST_F(AccessorsTest, ServiceDictionaryHoldsOneReferenceEach) {

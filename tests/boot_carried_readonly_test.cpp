@@ -6,8 +6,6 @@
 #include "boot_support.h"
 #include "elementreadonlyobject.h"
 
-using testing::ElementsAre;
-
 namespace {
 
 VoJsonPtr integer(int value) {
@@ -24,7 +22,7 @@ class Counter : public ElementReadOnlyObject {
              }},
             {"branch",
              [](const ElementReadOnlyObject*) {
-                 const VoJsonPtr branch = ElementValue::createObject(kElementObject);
+                 VoJsonPtr branch = ElementValue::createObject(kElementObject);
                  branch->set_propertys("leaf", OdAnsiString("text"), false);
                  branch->set_propertyT("when", 1'000, false);
                  return branch;

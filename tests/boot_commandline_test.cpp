@@ -35,7 +35,7 @@ class CommandLineTest : public BootTest {
   protected:
     std::string optionsOf(const std::vector<std::string>& arguments) {
         bootBare(arguments);
-        const std::string options = json(vo_runtime_config("ExeOption"));
+        std::string options = json(vo_runtime_config("ExeOption"));
         shutDown();
         return options;
     }

@@ -7,7 +7,6 @@
 #include "boot_support.h"
 
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -213,8 +212,7 @@ TEST_F(ConfigTest, DamageIsNamedByFileAndPlace) {
     testing::internal::CaptureStderr();
     bootBare();
     const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(log, HasSubstr(userFile()));
-    EXPECT_THAT(log, HasSubstr("3"));
+    EXPECT_THAT(log, HasSubstr(userFile() + ": line 3, column "));
 }
 
 TEST_F(ConfigTest, UsersTreeIsSavedAtTheEndAndOnRequest) {

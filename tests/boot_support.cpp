@@ -125,6 +125,7 @@ int BootTest::boot(const std::vector<std::string>& arguments) {
     std::vector<std::string> texts{folder.path("bin/vemocad")};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
+    argv.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         argv.push_back(text.data());
     }
@@ -187,7 +188,7 @@ std::string jsonOfFile(const std::string& path) {
 }
 
 VoJsonPtr textArray(std::initializer_list<std::string> texts) {
-    const VoJsonPtr array = ElementValue::createObject(kElementArray);
+    VoJsonPtr array = ElementValue::createObject(kElementArray);
     for (const std::string& text : texts) {
         array->append(ElementValue::createObject(kElementText)->set_values(text));
     }

@@ -17,8 +17,7 @@
 #include <drawing/runtime.h>
 
 #include "utils/export.h"
-
-class IElementValueBase;
+#include "utils/vojsonptr.h"
 
 /// What a node is: the low byte is the kind, the bits above it are flags.
 enum ElementKind : int {
@@ -35,41 +34,6 @@ enum ElementKind : int {
     kElementKindMask = 0xff,
     kElementNoValue = 0x1000,   // no usable value: readers with a default take the default
     kElementReadOnly = 0x2000,  // the setters of the node's own value refuse
-};
-
-/// Reference-counted pointer to a node; null means that there is no such node.
-class UTILS_EXPORT VoJsonPtr {
-  public:
-    VoJsonPtr() = default;
-    VoJsonPtr(std::nullptr_t) {}
-    /// Takes a new reference.
-    VoJsonPtr(IElementValueBase* node);
-    VoJsonPtr(const VoJsonPtr& other) : VoJsonPtr(other.held) {}
-    VoJsonPtr(VoJsonPtr&& other) noexcept : held(std::exchange(other.held, nullptr)) {}
-    VoJsonPtr& operator=(VoJsonPtr other) noexcept {
-        std::swap(held, other.held);
-        return *this;
-    }
-    ~VoJsonPtr();
-
-    /// Wraps a node that was just made; the creator's reference becomes the pointer's.
-    static VoJsonPtr attach(IElementValueBase* node);
-
-    IElementValueBase* get() const { return held; }
-    IElementValueBase* operator->() const { return held; }
-    bool isNull() const { return held == nullptr; }
-    explicit operator bool() const { return held != nullptr; }
-
-    /// Number of elements of an array node, 0 for any other and for null.
-    int ArrayCount() const;
-    /// The element at the index; null outside the array and for any other node.
-    VoJsonPtr operator()(int index) const;
-
-    friend bool operator==(const VoJsonPtr& a, const VoJsonPtr& b) { return a.held == b.held; }
-    friend bool operator==(const VoJsonPtr& a, std::nullptr_t) { return a.held == nullptr; }
-
-  private:
-    IElementValueBase* held = nullptr;
 };
 
 class UTILS_EXPORT IElementValueBase {
