@@ -1,32 +1,15 @@
 // The command line: the first work of the application service object.
-#include <getopt.h>
-
 #include <cstdlib>
 #include <iostream>
 #include <string>
 
 #include <utils/paths.h>
 
+#include "core/vocommandline.h"
 #include "treehelpers.h"
 #include "voappservice.h"
 
 namespace {
-
-constexpr const char* kShortOptions = "d:f:s:c:u:t:pL?";
-
-constexpr option kLongOptions[] = {
-    {"file", required_argument, nullptr, 'f'},
-    {"debug", required_argument, nullptr, 'd'},
-    {"script", required_argument, nullptr, 's'},
-    {"config", required_argument, nullptr, 'c'},
-    {"userconfig", required_argument, nullptr, 'u'},
-    {"template", required_argument, nullptr, 't'},
-    {"print", no_argument, nullptr, 'p'},
-    {"load", no_argument, nullptr, 'L'},
-    {"help", no_argument, nullptr, '?'},
-    {"upgrade", optional_argument, nullptr, 'U'},
-    {nullptr, 0, nullptr, 0},
-};
 
 constexpr const char* kPackageName = "vemocad.example.org";
 
@@ -104,8 +87,8 @@ VoJsonPtr VoAppService::readOptions(const char** argv, int argc) {
     optind = 0;
     for (;;) {
         int index = 0;
-        const int option =
-            getopt_long(argc, const_cast<char* const*>(argv), kShortOptions, kLongOptions, &index);
+        const int option = getopt_long(argc, const_cast<char* const*>(argv), vemo::kShortOptions,
+                                       vemo::kLongOptions, &index);
         if (option == -1) {
             break;
         }

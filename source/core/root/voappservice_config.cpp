@@ -88,12 +88,11 @@ OdResult VoAppService::loadSystemConfig() {
 }
 
 void VoAppService::carryRuntimeOver(const VoJsonPtr& formerTree) {
-    // Only this branch is copied: of the rest nothing is kept, and a user file that is as deep as a
-    // file may be makes the whole tree too deep for a copy.
+    const VoJsonPtr runtime = formerTree->getProperty("Runtime");
+    const VoJsonPtr copy = runtime ? runtime->clone() : VoJsonPtr();
     const VoJsonPtr carried = tree::newObject();
-    if (const VoJsonPtr runtime = formerTree->getProperty("Runtime")) {
-        carried->set_propertyJ("Runtime", runtime->clone());
-    }
+    // A branch that modules made too deep to be copied is carried over itself.
+    carried->set_propertyJ("Runtime", copy ? copy : runtime);
     carried->mergeProperty("Runtime", sysConfig->getProperty("Runtime"));
     sysConfig->set_propertyJ("Runtime", carried->getProperty("Runtime"));
 }
