@@ -1,5 +1,5 @@
-// The options of the main program's command line, as vemo_root reads them: for main programs that look
-// at the line themselves. The last entry of the long table is empty, as getopt_long wants it.
+// The options of the main program's command line, as vemo_root reads them: for main programs that
+// look at the line themselves. The last entry of the long table is empty, as getopt_long wants it.
 #pragma once
 
 #include <getopt.h>
