@@ -22,8 +22,8 @@ foreach(name alpha beta gamma)
   vemo_add_boot_module(${name} plain.cpp)
 endforeach()
 # A module of the drawing runtime's kind, whose file name follows no rule.
-vemo_add_boot_module(oda plain.cpp)
-set_target_properties(bootmodule_oda PROPERTIES PREFIX "" SUFFIX ".tx")
+vemo_add_boot_module(runtime plain.cpp)
+set_target_properties(bootmodule_runtime PROPERTIES PREFIX "" SUFFIX ".tx")
 
 # In a folder that one test alone names to the linker.
 vemo_add_boot_module(RecomputeDimBlock witness.cpp)

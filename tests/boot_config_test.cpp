@@ -191,6 +191,18 @@ TEST_F(ConfigTest, UserFileThatCannotBeMade) {
     EXPECT_FALSE(std::filesystem::exists(userFile()));
 }
 
+TEST_F(ConfigTest, DamagedUserFileThatIsFoundLateIsNeverOverwritten) {
+    const std::string damaged = R"({"version": 257, "work": "of years")";
+    folder.file("data/mine.json", damaged);
+    // The variable has no value yet when the file is looked for the first time, and there is no
+    // folder of that name to make a file in.
+    bootWith(R"({"User": {"version": 256, "a": 1}})", {"-u", "%APPDATAPATH%/mine.json"});
+    EXPECT_EQ(json(vo_user_config("", 0)), R"({"version":256,"a":1})");
+    EXPECT_TRUE(vo_user_config("a", kElementObject).isNull());
+    shutDown();
+    EXPECT_EQ(contentOf(folder.path("data/mine.json")), damaged);
+}
+
 TEST_F(ConfigTest, DamagedUserFileIsNeverOverwritten) {
     for (const std::string damaged : {R"({"version": 257, "work": "of years")", "[]", ""}) {
         SCOPED_TRACE(damaged);

@@ -236,6 +236,8 @@ TEST_F(FindFileTest, AnotherServiceUnderTheKeyAnswersInstead) {
     vo_arbitDict_regservice(vosi::kFindFontsKey, OdRxObjectImpl<OtherFinder>::createObject());
     EXPECT_EQ(find("a.shx", database.get(), Host::kCompiledShapeFile), "/other/a.shx");
     EXPECT_THAT(journalOf({"findFile"}), ElementsAre("findFile a.shx with database 2"));
+    // The library keeps its own alive: this test's reference and that one.
+    EXPECT_EQ(own->numRefs(), 2);
     vo_arbitDict_clearservice(vosi::kFindFontsKey);
     folder.file("support/a.pat");
     EXPECT_EQ(find("a.pat"), "");

@@ -12,23 +12,23 @@ class ModulesTest : public BootTest {
 };
 
 TEST_F(ModulesTest, ListsInTheirOrderWithWhatFailedPassedOver) {
-    configure({.odaLibrary = R"(["oda.tx", "missing.tx", "", 7, {"no": "text"}])",
-               .coreLibrary = R"(["stage", "ghost %n 100%% %s", "", "oda.tx"])",
+    configure({.odaLibrary = R"(["runtime.tx", "missing.tx", "", 7, {"no": "text"}])",
+               .coreLibrary = R"(["stage", "ghost %n 100%% %s", "", "runtime.tx"])",
                .library = R"(["alpha", "nowhere", null, "beta"])",
                .further = R"(, "silent": true)"});
     ASSERT_EQ(boot(), 0);
-    EXPECT_THAT(journalOf({"init "}), ElementsAre("init oda.tx", "init libstage.so",
+    EXPECT_THAT(journalOf({"init "}), ElementsAre("init runtime.tx", "init libstage.so",
                                                   "init libalpha.so", "init libbeta.so"));
     EXPECT_EQ(record(), R"({"core":["libstage.so"],"fixExtLibray":["libalpha.so","libbeta.so"],)"
-                        R"("odaExt":["oda.tx"]})");
+                        R"("odaExt":["runtime.tx"]})");
     EXPECT_THAT(libraryLog(), ElementsAre("4 vemo_root operator() missing.tx加载失败!",
                                           "4 vemo_root operator() ghost %n 100% %s加载失败!",
-                                          "4 vemo_root operator() oda.tx加载失败!",
+                                          "4 vemo_root operator() runtime.tx加载失败!",
                                           "4 vemo_root operator() nowhere加载失败!"));
 }
 
 TEST_F(ModulesTest, ListsThatAreNoneCountAsEmpty) {
-    configure({.odaLibrary = R"("oda.tx")",
+    configure({.odaLibrary = R"("runtime.tx")",
                .coreLibrary = R"({"Alias": "x.pgp", "0": "stage"})",
                .library = "null"});
     EXPECT_EQ(boot(), kVemoNoMainWindow);
@@ -39,7 +39,7 @@ TEST_F(ModulesTest, ListsThatAreNoneCountAsEmpty) {
 
 TEST_F(ModulesTest, FixedModulesGoLastFirstAndOthersWithTheRuntime) {
     configure(
-        {.odaLibrary = R"(["oda.tx"])", .library = R"(["alpha", "nowhere", "beta", "gamma"])"});
+        {.odaLibrary = R"(["runtime.tx"])", .library = R"(["alpha", "nowhere", "beta", "gamma"])"});
     ASSERT_EQ(boot(), 0);
     const auto reactor = JournalReactor::create("reactor");
     reactor->then = [] { odrxDynamicLinker()->unloadModule("libbeta.so"); };
@@ -49,7 +49,7 @@ TEST_F(ModulesTest, FixedModulesGoLastFirstAndOthersWithTheRuntime) {
                 ElementsAre("reactor hears appExiting [quitting]", "end libbeta.so [quitting]",
                             "end libgamma.so [quitting]", "end libalpha.so [quitting]",
                             "uninitialize [quitting]", "end libstage.so [quitting]",
-                            "end oda.tx [quitting]"));
+                            "end runtime.tx [quitting]"));
 }
 
 TEST_F(ModulesTest, SecondWaveTakesTheUsersListAndTheCommandLines) {

@@ -39,7 +39,7 @@ class OrderTest : public BootTest {
   protected:
     // Every service that switches a step on is there, and a reactor from the earliest moment on.
     void stageEverything() {
-        configure({.odaLibrary = R"(["oda.tx"])",
+        configure({.odaLibrary = R"(["runtime.tx"])",
                    .coreLibrary = R"(["stage", "aliases", "autotest", "remotedebug"])",
                    .library = R"(["alpha", "leftservice"])",
                    .user = R"({"version": 256, "Library": ["libbeta.so"]})"});
@@ -62,7 +62,7 @@ const char* const kStartUp[] = {
     "initialize",
     "reactor hears sysConfigLoaded",
     "reactor hears userConfigLoaded",
-    "init oda.tx",
+    "init runtime.tx",
     "init libstage.so",
     "init libaliases.so",
     "init libautotest.so",
@@ -88,18 +88,12 @@ const char* const kStartUp[] = {
 };
 
 const char* const kShutDown[] = {
-    "reactor hears appExiting [quitting]",
-    "shutDown [quitting]",
-    "end libbeta.so [quitting]",
-    "end libleftservice.so [quitting]",
-    "end libalpha.so [quitting]",
-    "uninitialize [quitting]",
-    "end libremotedebug.so [quitting]",
-    "end libautotest.so [quitting]",
-    "end libaliases.so [quitting]",
-    "end libstage.so [quitting]",
-    "end oda.tx [quitting]",
-    "left service released, runtime gone [quitting]",
+    "reactor hears appExiting [quitting]", "shutDown [quitting]",
+    "end libbeta.so [quitting]",           "end libleftservice.so [quitting]",
+    "end libalpha.so [quitting]",          "uninitialize [quitting]",
+    "end libremotedebug.so [quitting]",    "end libautotest.so [quitting]",
+    "end libaliases.so [quitting]",        "end libstage.so [quitting]",
+    "end runtime.tx [quitting]",           "left service released, runtime gone [quitting]",
     "reactor released [quitting]",
 };
 

@@ -158,6 +158,7 @@ std::string layerNameIn(const std::string& version, const std::string& codePage,
 
 TEST(Dxf, NamesAreReadInTheDrawingsCodePage) {
     EXPECT_EQ(layerNameIn("AC1015", "ANSI_936", "\xB5\xC0\xC2\xB7"), "道路");
+    EXPECT_EQ(layerNameIn("AC1015", "GB2312", "\xB5\xC0\xC2\xB7"), "道路");
     EXPECT_EQ(layerNameIn("AC1015", "ANSI_1252", "T\xFCr"), "Tür");
     EXPECT_EQ(layerNameIn("AC1021", "ANSI_936", "道路"), "道路");
     EXPECT_EQ(layerNameIn("AC1015", "ANSI_936", "\\U+9053\\U+8DEF-\\U+12"), "道路-\\U+12");

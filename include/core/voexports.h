@@ -13,7 +13,8 @@
 #include "core/vemoexport.h"
 
 /// Stores a service under a key of the service dictionary, which takes a reference; a service that
-/// stood there loses the dictionary's reference.
+/// stood there loses the dictionary's reference. A null service takes the entry out. Raises
+/// OdError_InvalidKey for the empty key.
 VEMO_EXPORT void vo_arbitDict_regservice(const OdString& key, OdRxObjectPtr service);
 
 /// Takes a service out of the dictionary; an unknown key is no error.
@@ -32,7 +33,8 @@ VEMO_EXPORT VoJsonPtr vo_runtime_config(const OdAnsiString& key);
 
 /// A node of the user's tree, which is what is saved. The empty path gives the User branch of the
 /// configuration tree instead. With `createType` 1 (array) or 2 (object) a node that isn't there is
-/// made, with the objects above it; with 0 nothing is made and null is given.
+/// made, with the objects above it; with 0 nothing is made and null is given. So it is where
+/// something that is no object stands in the way.
 VEMO_EXPORT VoJsonPtr vo_user_config(const OdAnsiString& key, int createType);
 
 /// Writes the user's tree to the file at the path, or for the empty path to the user's own file. A
@@ -42,7 +44,8 @@ VEMO_EXPORT void vo_save_user_config(const OdAnsiString& path);
 /// Does nothing, by design: the call is there for modules to make, and neither saves nor fires.
 VEMO_EXPORT void vo_notify_user_config_changed(VoJsonPtr node);
 
-/// When the library was built, in seconds since the epoch. Any thread, at any time.
+/// When the library was built, in seconds since the epoch; the compiler's stamp has no time zone
+/// and is read as UTC. Any thread, at any time.
 VEMO_EXPORT std::time_t vo_build_timestamp();
 
 /// True before vemo_root, from the first step of vemo_exit on, and after it. Any thread.

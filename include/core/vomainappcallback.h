@@ -13,7 +13,8 @@ class VoMainAppCallback {
     /// been read and no module is loaded.
     virtual void initialize() = 0;
     /// Called once by vemo_exit: the second wave's and the fixed modules are gone, the
-    /// configuration and the library's services are still there.
+    /// configuration and the library's services are still there. Called also when start-up didn't
+    /// get as far as initialize; what it hadn't made isn't there then.
     virtual void uninitialize() = 0;
 
     // The paths are asked for by the command line step, before initialize and each time anew.

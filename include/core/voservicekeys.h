@@ -27,5 +27,7 @@ inline constexpr const OdChar* kGetPasswordKey = L"Core/GetPasswordServer";
 // System registry: the event dispatcher. It is no service of the dictionary, since the
 // configuration loaders fire events before the dictionary has any.
 inline constexpr const OdChar* kRxEventKey = L"VosiRxEvent";
+// And the drawing runtime's dictionary of system variables, which the library takes out at the end.
+inline constexpr const OdChar* kSysVarDictKey = ODDB_SYSVARDICT;
 
 }  // namespace vosi

@@ -23,7 +23,8 @@ bool isAscii(const std::string& text) {
                        [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-// "ANSI_936" and "DOS850" are CP936 and CP850 to the converter.
+// "ANSI_936" and "DOS850" are CP936 and CP850 to the converter; "GB2312", "BIG5" and their like
+// have the same names there.
 std::string converterName(const std::string& codePage) {
     std::string name = upperCase(codePage);
     for (std::string_view prefix : {"ANSI_", "DOS"}) {
@@ -31,7 +32,10 @@ std::string converterName(const std::string& codePage) {
             return "CP" + name.substr(prefix.size());
         }
     }
-    return {};
+    // What else the converter understands in a name isn't for a drawing to ask for.
+    bool plain =
+        name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_") == std::string::npos;
+    return plain ? name : std::string();
 }
 
 std::string withoutEscapes(const std::string& text) {

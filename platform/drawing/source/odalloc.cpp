@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "drawing/oderror.h"
+
 namespace {
 
 struct Heap {
@@ -68,6 +70,9 @@ BlockHeader* headerOf(void* block) {
 }  // namespace
 
 void set_mempool_proc(OdAllocProc alloc, OdReallocProc realloc, OdFreeProc free) {
+    if (!alloc || !realloc || !free) {
+        throw OdError(eInvalidInput, L"set_mempool_proc: a function is missing");
+    }
     const Heap* heap = currentHeap.load(std::memory_order_acquire);
     if (heap->alloc == alloc && heap->realloc == realloc && heap->free == free) {
         return;

@@ -54,6 +54,12 @@ TEST(Allocator, ReturnsEachBlockToWhereItCameFrom) {
     odrxFree(nullptr);
 }
 
+TEST(Allocator, RefusesAPoolWithAFunctionMissing) {
+    EXPECT_THROW(set_mempool_proc(poolAlloc, nullptr, poolFree), OdError);
+    odrxFree(odrxAlloc(8));
+    EXPECT_EQ(poolBlocks, 0);
+}
+
 TEST(Allocator, AsksTheNewHandlerBeforeItGivesUp) {
     set_mempool_proc(poolAlloc, poolRealloc, poolFree);
     poolIsEmpty = true;

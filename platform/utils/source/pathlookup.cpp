@@ -149,8 +149,9 @@ std::optional<std::string> findPath(std::string_view path, const char* separator
 }
 
 std::optional<std::string> findPath(std::string_view path) {
-    // Nobody could open a longer one, and it bounds the work on a hostile text.
-    if (path.empty() || path.size() >= PATH_MAX) {
+    // Nobody could open a longer one, and it bounds the work on a hostile text. The system would
+    // end the path at a NUL, and the answer wouldn't.
+    if (path.empty() || path.size() >= PATH_MAX || path.find('\0') != std::string_view::npos) {
         return std::nullopt;
     }
     if (path.find('\\') != std::string_view::npos) {

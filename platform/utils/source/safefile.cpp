@@ -94,6 +94,10 @@ void flushFolder(const fs::path& folder) {
 }  // namespace
 
 bool voutWriteFileSafely(const std::string& path, std::string_view text) {
+    // The system would end the path at a NUL and name another file.
+    if (path.find('\0') != std::string::npos) {
+        return false;
+    }
     const fs::path target = targetOf(path);
     if (!target.has_filename()) {
         return false;

@@ -146,6 +146,7 @@ TEST_F(PathLookup, EndsSoonOnHostileNames) {
     }
     EXPECT_EQ(found(dots), "no");
     EXPECT_EQ(found(std::string(300, 'x')), "no");
+    EXPECT_EQ(found(folder.path("foo") + std::string("\0.shx", 5)), "no");
 }
 
 }  // namespace

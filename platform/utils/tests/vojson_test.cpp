@@ -170,6 +170,7 @@ TEST_F(VoJsonFile, NothingIsTouchedOnFailure) {
         EXPECT_FALSE(voutWriteFileSafely(folder.path("new.json"), std::string(5000, 'x')));
         EXPECT_TRUE(voutWriteFileSafely(folder.path("small"), "fits"));
     }
+    EXPECT_FALSE(voutWriteFileSafely(path + std::string("\0.new", 5), "cut at the NUL"));
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(entriesIn(folder.path()), 2);
 

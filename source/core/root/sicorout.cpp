@@ -77,11 +77,16 @@ bool CCoroutineManager::switchToCoroutine(VosiCoroutine* coroutine) {
 }
 
 bool CCoroutineManager::deleteCoroutine(VosiCoroutine* coroutine) {
-    if (!coroutine || coroutine == mainCoroutine()) {
+    if (!coroutine) {
+        return false;
+    }
+    const VoFiberHandle fiber = coroutine->fiber();
+    // The main coroutine stays also when it has no fiber: the manager goes on pointing to it.
+    if (fiber ? coroutine == mainCoroutine() : coroutine == root.get()) {
         return false;
     }
     // The current coroutine may be deleted like any other: its fiber runs on until its last switch.
-    if (const VoFiberHandle fiber = coroutine->fiber()) {
+    if (fiber) {
         requiredService<VoFiberSvr>(kFiberKey)->deleteFiber(fiber);
         coroutineByFiber.erase(fiber);
     }

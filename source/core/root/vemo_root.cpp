@@ -112,7 +112,7 @@ int vemo_exit(VoMainAppCallback* callback) {
     }
     service.unloadAllExModules();
     const VoJsonPtr fixedModules = unloadFixedModules();
-    odrxSysRegistry()->remove(ODDB_SYSVARDICT);
+    odrxSysRegistry()->remove(vosi::kSysVarDictKey);
     if (callback) {
         callback->uninitialize();
     }

@@ -61,6 +61,15 @@ void registerService(const OdChar* key) {
     vo_arbitDict_regservice(key, OdRxObjectImpl<T>::createObject());
 }
 
+// The library's own font service outlives its entry in the dictionary, which a module may replace:
+// whoever in the library points to it does so without a reference.
+OdSmartPtr<vosi::VoApFontsService> ownFontService;
+
+void registerFontService() {
+    ownFontService = OdRxObjectImpl<vosi::VoApFontsService>::createObject();
+    vo_arbitDict_regservice(vosi::kFindFontsKey, ownFontService);
+}
+
 }  // namespace
 
 void registerCoreServices() {
@@ -68,7 +77,7 @@ void registerCoreServices() {
     vosi::core_ui_dlg_initialize();
     registerService<VoFiberService>(vosi::kFiberKey);
     registerService<vosi::CCoroutineManager>(vosi::kFiberCoroutineKey);
-    registerService<vosi::VoApFontsService>(vosi::kFindFontsKey);
+    registerFontService();
     // The linker keeps it; an installation without it does without it.
     odrxDynamicLinker()->loadModule(kRecomputeDimBlock, true);
 }
@@ -79,6 +88,7 @@ void unregisterCoreServices() {
     }
     odrxDynamicLinker()->unloadModule(kRecomputeDimBlock);
     vo_arbitDict_clearservice(vosi::kFindFontsKey);
+    ownFontService.release();
     vo_arbitDict_clearservice(vosi::kFiberCoroutineKey);
     vo_arbitDict_clearservice(vosi::kFiberKey);
     vosi::core_ui_dlg_uninitialize();

@@ -107,6 +107,7 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     // Plain by design: every writer is the interface thread, and vo_is_appQuiting may be asked by
     // others without harm.
     std::int32_t appState = APP_STATE_CREATED;
+    bool userConfigIsMadeUp = false;  // no user file has been read
 };
 
 /// The one application service object of the process; null before vemo_root and after vemo_exit.

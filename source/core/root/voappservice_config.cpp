@@ -114,12 +114,19 @@ void VoAppService::applySystemSettings() {
 void VoAppService::loadUserConfig() {
     const OdAnsiString path = vosiutEvaluatePath(userConfigPath, sysConfig);
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
+    const bool isThere = stat(path.c_str(), &status) == 0;
+    if (!isThere) {
         createUserFile(path);
     }
     if (!readTree(path, userConfig)) {
+        // A tree that was made up for want of a file must not be saved over one that turned up and
+        // that its owner may still mend.
+        if (isThere && userConfigIsMadeUp) {
+            userConfig = nullptr;
+        }
         return;
     }
+    userConfigIsMadeUp = false;
     mergeUserConfig();
     if (const vosi::VosiApRxEventPtr dispatcher = eventDispatcher()) {
         dispatcher->fireUserConfigLoaded();
@@ -134,6 +141,7 @@ void VoAppService::createUserFile(const OdAnsiString& path) {
         userConfig = tree::newObject();
         userConfig->SetDataI("version", kNewUserFileVersion);
     }
+    userConfigIsMadeUp = true;
     if (!voutWriteFileSafely(path.str(), userConfig->writeJson().view())) {
         rootlog::write(rootlog::kSurvived, __LINE__, rootlog::kAppService, "loadUserConfig",
                        "创建%s文件失败！", path.c_str());
@@ -179,4 +187,5 @@ void VoAppService::releaseConfig() {
     saveUserConfig(vosiutEvaluatePath(userConfigPath, sysConfig));
     sysConfig = nullptr;
     userConfig = nullptr;
+    userConfigIsMadeUp = false;
 }

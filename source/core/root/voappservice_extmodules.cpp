@@ -48,7 +48,13 @@ void VoAppService::unloadExModule(OdRxModule* module) {
         return;
     }
     extModules.removeAt(index);
-    odrxDynamicLinker()->unloadModule(module->moduleName());
+    try {
+        odrxDynamicLinker()->unloadModule(module->moduleName());
+    } catch (...) {
+        // The module is gone all the same, and nothing may point to it.
+        removeExtModuleEntry(module);
+        throw;
+    }
     removeExtModuleEntry(module);
 }
 
@@ -75,7 +81,7 @@ void VoAppService::unloadAllExModules() {
 
 VoJsonPtr VoAppService::extModuleList() const {
     VoJsonPtr list = vo_runtime_config("ExtModule");
-    if (!list) {
+    if (!tree::isArray(list)) {
         list = tree::newArray();
         if (const VoJsonPtr runtime = vo_runtime_config("")) {
             runtime->set_propertyJ("ExtModule", list);

@@ -13,7 +13,14 @@ VoJsonPtr systemTree() {
 }
 
 VoJsonPtr createUnder(const VoJsonPtr& parent, const OdAnsiString& key, int createType) {
-    const VoJsonPtr node = parent ? ElementValue::createObject(createType) : VoJsonPtr();
+    if (!parent) {
+        return VoJsonPtr();
+    }
+    // The look-up knows one separator and the creation two, so what wasn't found may be there.
+    if (VoJsonPtr found = parent->getProperty(key)) {
+        return found;
+    }
+    const VoJsonPtr node = ElementValue::createObject(createType);
     return node ? parent->set_propertyJ(key, node) : VoJsonPtr();
 }
 

@@ -14,8 +14,8 @@ using OdReallocProc = void* (*)(void* block, std::size_t newSize, std::size_t ol
 using OdFreeProc = void (*)(void* block);
 
 /// Sets the three functions behind odrxAlloc, odrxRealloc and odrxFree for all blocks made from now
-/// on. None may be null; the functions must stay callable for the life of the process and be safe
-/// on any thread. May be called more than once.
+/// on. None may be null (OdError, eInvalidInput); the functions must stay callable for the life of
+/// the process and be safe on any thread. May be called more than once.
 DRAWING_EXPORT void set_mempool_proc(OdAllocProc alloc, OdReallocProc realloc, OdFreeProc free);
 
 /// A block of at least `size` bytes, aligned for every fundamental type. Calls the installed

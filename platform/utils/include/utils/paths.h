@@ -46,9 +46,9 @@ UTILS_EXPORT bool voutCreateDir(const OdAnsiString& path);
 /// passed over.
 UTILS_EXPORT bool voutCopyFile(const OdAnsiString& source, const OdAnsiString& target);
 
-/// Appends the absolute paths of the plain files whose name fits the pattern without regard to
-/// case;
-/// "*" and "?" are its wildcards. `depth` levels of folders are searched, 1 being the folder alone.
+/// Appends the absolute paths of the plain files whose name fits the pattern, in which "*" and "?"
+/// are wildcards and case doesn't count. `depth` levels of folders are searched, 1 being the folder
+/// alone.
 ///
 /// The folder is taken as it stands. Its own files come before those of its subfolders; in a
 /// folder, by name without extension (case ignored, then byte order), then by extension. Without a
