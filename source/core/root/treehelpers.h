@@ -1,8 +1,6 @@
 // Small readers of value trees, each with an answer for what isn't there.
 #pragma once
 
-#include <cstdint>
-
 #include <utils/elementvalue.h>
 
 namespace tree {
@@ -24,10 +22,6 @@ inline bool hasValue(const VoJsonPtr& node) {
 
 inline OdAnsiString textOr(const VoJsonPtr& node, const OdAnsiString& defaultValue) {
     return hasValue(node) ? node->strValue() : defaultValue;
-}
-
-inline std::int64_t numberOr(const VoJsonPtr& node, std::int64_t defaultValue) {
-    return hasValue(node) ? node->longlongValue() : defaultValue;
 }
 
 inline bool boolOr(const VoJsonPtr& node, bool defaultValue) {

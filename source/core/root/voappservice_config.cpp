@@ -98,8 +98,7 @@ void VoAppService::carryRuntimeOver(const VoJsonPtr& formerTree) {
 }
 
 void VoAppService::applySystemSettings() {
-    const auto number =
-        static_cast<int>(tree::numberOr(tree::at(sysConfig, "Core/AppInfo/codepage"), 0));
+    const int number = tree::integerPropertyOr(tree::at(sysConfig, "Core/AppInfo"), "codepage", 0);
     setSystemCodePage(number == 0 ? OdCodePageId::kAnsi936 : OdCharMapper::ansiCpToAcadCp(number));
 
     const VoJsonPtr debug = tree::at(sysConfig, "Core/Debug");
@@ -136,12 +135,12 @@ void VoAppService::loadUserConfig() {
 void VoAppService::createUserFile(const OdAnsiString& path) {
     if (!userConfig) {
         userConfig = tree::objectUnder(sysConfig, "User");
+        userConfigIsMadeUp = true;
     }
     if (!userConfig) {
         userConfig = tree::newObject();
         userConfig->SetDataI("version", kNewUserFileVersion);
     }
-    userConfigIsMadeUp = true;
     if (!voutWriteFileSafely(path.str(), userConfig->writeJson().view())) {
         rootlog::write(rootlog::kSurvived, __LINE__, rootlog::kAppService, "loadUserConfig",
                        "创建%s文件失败！", path.c_str());
