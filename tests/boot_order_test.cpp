@@ -283,7 +283,7 @@ TEST_F(OrderTest, NullCallbackAtTheEnd) {
     vo_user_config("kept", kElementObject);
     EXPECT_EQ(vemo_exit(nullptr), 0);
     EXPECT_THAT(journalOf({"uninitialize"}), IsEmpty());
-    EXPECT_EQ(jsonOfFile(userFile()), R"({"version":256,"kept":{}})");
+    EXPECT_EQ(jsonOfFile(userFile()), R"({"version":256,"templatePath":{},"kept":{}})");
     // Once more is the caller's fault, and named as such.
     EXPECT_THROW(shutDown(), OdError);
 }

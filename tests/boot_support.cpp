@@ -112,6 +112,10 @@ BootTest::BootTest() {
     for (const char* name : {"bin", "data", "temp", "fonts", "documents"}) {
         folder.folder(name);
     }
+    // The system's font folders are the test's own: "share/fonts" and what stands beside it.
+    setenv("HOME", folder.path("home").c_str(), 1);
+    setenv("XDG_DATA_HOME", folder.path("home/share").c_str(), 1);
+    setenv("XDG_DATA_DIRS", folder.path("share").c_str(), 1);
     configure({});
 }
 

@@ -9,6 +9,7 @@ namespace rootlog {
 
 inline constexpr const char* kVemoRoot = "../../../source/core/root/vemo_root";
 inline constexpr const char* kAppService = "../../../source/core/root/voappservice";
+inline constexpr const char* kFontsService = "../../../source/core/root/voapfontsservice";
 
 // Levels in use.
 inline constexpr int kSurvived = 4;  // a failure that the application survives

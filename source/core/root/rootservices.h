@@ -8,6 +8,7 @@
 #include <drawing/runtime.h>
 
 #include "core/voexports.h"
+#include "core/vomoduleservices.h"
 #include "core/vosiaprxevent.h"
 
 /// The service under the key, null when there is none.
@@ -28,3 +29,6 @@ OdSmartPtr<T> requiredService(const OdChar* key) {
 
 /// The event dispatcher, null while there is none.
 vosi::VosiApRxEventPtr eventDispatcher();
+
+/// The current document, null when none is open or there is no document manager.
+OdSmartPtr<vosi::VosiDocument> activeDocument();

@@ -1,0 +1,70 @@
+// The scans that fill the index.
+#include <utils/paths.h>
+
+#include "core/voexports.h"
+#include "core/vosifontlists.h"
+#include "fontscan.h"
+#include "voapfontsservice.h"
+
+namespace vosi {
+
+namespace {
+
+constexpr int kFontFolderDepth = 5;
+constexpr int kApplicationFolderDepth = 1;
+
+void addFolders(PathEntries& entries, const OdStringArray& folders) {
+    for (const OdString& folder : folders) {
+        entries.push_back({folder, kFontFolderDepth});
+    }
+}
+
+OdString folderOf(VosiDocument& document) {
+    const bool hasFile = (document.documentStateBits() & VosiDocument::kUnnamed) == 0;
+    return hasFile ? voutGetParentDirW(document.documentFilePath()) : OdString();
+}
+
+}  // namespace
+
+void VoApFontsService::scanFonts(int flags) {
+    PathEntries entries;
+    if ((flags & kScanSystemFolders) != 0) {
+        OdStringArray folders;
+        vodbSystemServices()->getSystemFontFolders(folders);
+        addFolders(entries, folders);
+    }
+    if ((flags & kScanConfiguredFolders) != 0) {
+        OdStringArray folders;
+        voutEnumPathsW(vo_runtime_config("paths/fontPaths"), folders);
+        addFolders(entries, folders);
+        if (const OdAnsiString application = exeRootPath(); !application.isEmpty()) {
+            entries.push_back({OdUtf8StringToOdString(application), kApplicationFolderDepth});
+        }
+    }
+    scanShxFiles(entries, mainShxFiles, bigShxFiles);
+    scanTtfFiles(entries, ttfDescriptors, ttfFaceRecords, ttfFiles);
+}
+
+// Gives a document that has a file its three lists, and leaves them empty: the drawing's folder
+// isn't scanned, since findFile looks there anyway, and a module that wants fonts indexed for one
+// drawing fills the lists itself.
+void VoApFontsService::scanDocumentFonts(OdRxObject* document) {
+    if (!document) {
+        return;
+    }
+    const OdSmartPtr<VosiDocument> holder{OdRxObjectPtr(document)};
+    const auto data =
+        folderOf(*holder).isEmpty() ? OdSmartPtr<VosiDocumentData>() : holder->documentData();
+    const auto dictionary = data.isNull() ? OdRxDictionaryPtr() : data->dictionary();
+    if (dictionary.isNull()) {
+        return;
+    }
+    const auto faces = OdRxObjectImpl<VosiMapTrueTypeFont>::createObject();
+    const auto mainFonts = OdRxObjectImpl<VosiMapShxFont>::createObject();
+    const auto bigFonts = OdRxObjectImpl<VosiMapShxFont>::createObject();
+    dictionary->putAt(kDocumentFacesKey, faces.get());
+    dictionary->putAt(kDocumentMainShxKey, mainFonts.get());
+    dictionary->putAt(kDocumentBigShxKey, bigFonts.get());
+}
+
+}  // namespace vosi
