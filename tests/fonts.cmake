@@ -1,3 +1,10 @@
+# Tests of what the library reads from font files. The real fonts are those of the packages that
+# scripts/setup installs.
+
+vemo_add_test(fontreader_test
+  SOURCES fontreader_test.cpp fontreader_files_test.cpp fontreader_shx_test.cpp
+  LIBRARIES vemo_root_carried)
+
 # ---- family names against fontconfig's ----
 
 # The packages that scripts/setup installs; the program takes any folders.

@@ -105,20 +105,30 @@ OdString readBytesAsText(OdStreamBuf& stream, std::uint16_t length) {
     return OdString(OdAnsiString(bytes.data()), OdCodePageId::kUtf8);
 }
 
+// A Turkish locale would make another letter of the I in "Italic".
+OdString lowerCase(const OdString& text) {
+    OdString lower;
+    for (const OdChar character : text.view()) {
+        const bool isCapital = character >= L'A' && character <= L'Z';
+        lower += isCapital ? static_cast<OdChar>(character - L'A' + L'a') : character;
+    }
+    return lower.makeLower();
+}
+
 // The result of one walk over the records.
 class Face {
   public:
     Face(FontNames& names, bool& isBold, bool& isItalic)
         : localNames(names), bold(isBold), italic(isItalic) {}
 
-    void take(const NameRecord& record, OdString text) {
+    void take(const NameRecord& record, const OdString& text) {
         if (text.isEmpty()) {
             return;
         }
         if (record.nameId == kFamily) {
             takeFamily(record, text);
         } else {
-            takeSubfamily(text.makeLower());
+            takeSubfamily(lowerCase(text));
         }
     }
 
