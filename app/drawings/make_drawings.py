@@ -3,11 +3,12 @@
 
     make_drawings.py [FOLDER]
 
-floorplan.dxf  AC1015, millimetres: walls, doors, dimensions drawn as lines and texts, and four text
-               styles: compiled fonts, one with a big font, and two TrueType faces
+floorplan.dxf  AC1015, millimetres: walls, doors, dimensions drawn as lines and texts, and a text style
+               of each sort: compiled fonts, one that isn't shipped, one with a big font; TrueType by
+               typeface, bold, and by a file's name in another case
 bracket.dxf    AC1015, inches, CRLF: a machine part
 site.dxf       AC1009 in code page ANSI_936: a building site with polylines and a block
-vemoiso.dwt    AC1015, millimetres: what a new drawing starts from
+vemoiso.dwt    AC1015, millimetres: what a new drawing starts from, in each language
 """
 
 import math
@@ -243,7 +244,8 @@ def floorplan():
                          ("DIMENSIONS", 1), ("FURNITURE", 8)):
         drawing.layer(name, colour)
     drawing.style("NOTES", "romans.shx")
-    drawing.style("HAN", "romans.shx", "hztxt.shx")
+    drawing.style("HAN", "txt.shx", "hztxt.shx")
+    drawing.style("CAPTION", "LIBERATIONSERIF-ITALIC.TTF")
     drawing.style("ROOMS", "DejaVuSans.ttf", "", "DejaVu Sans", 34)
     drawing.style("TITLE", "DejaVuSans-Bold.ttf", "", "DejaVu Sans", BOLD | 34)
     drawing.rectangle("WALLS", 0.0, 0.0, 12000.0, 9000.0)
@@ -269,6 +271,7 @@ def floorplan():
         drawing.text("TEXT", x, y, 300.0, name, "ROOMS")
     drawing.text("TEXT", 1200.0, 4000.0, 200.0, "\\U+5BA2\\U+5385", "HAN")
     drawing.text("TEXT", 0.0, -2400.0, 500.0, "GROUND FLOOR", "TITLE")
+    drawing.text("TEXT", 6000.0, -2400.0, 200.0, "Scale 1:100", "CAPTION")
     drawing.text("TEXT", 0.0, -3000.0, 200.0, "ALL SIZES IN MILLIMETRES", "NOTES")
     drawing.dimension("DIMENSIONS", 0.0, 0.0, 12000.0, 0.0, -1200.0, 250.0, "NOTES")
     drawing.dimension("DIMENSIONS", 0.0, 0.0, 0.0, 9000.0, 1200.0, 250.0, "NOTES")
@@ -336,19 +339,28 @@ def template():
     drawing = Drawing("AC1015", 4, True, "ANSI_1252")
     drawing.layer("DIMENSIONS", 1)
     drawing.layer("NOTES", 2)
-    drawing.style("NOTES", "romans.shx")
+    drawing.style("NOTES", "txt.shx")
+    return drawing
+
+
+def chinese_template():
+    drawing = Drawing("AC1015", 4, True, "ANSI_936")
+    for name, colour in (("轮廓", 7), ("标注", 1), ("文字", 2)):
+        drawing.layer(name, colour)
+    drawing.style("汉字", "txt.shx", "hztxt.shx")
     return drawing
 
 
 def main():
     here = pathlib.Path(__file__).parent
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else here
-    templates = here.parent / "config/UserDataCache/en-US/Template"
-    templates.mkdir(parents=True, exist_ok=True)
     floorplan().write(folder / "floorplan.dxf")
     bracket().write(folder / "bracket.dxf", newline="\r\n")
     site().write(folder / "site.dxf", encoding="gbk")
-    template().write(templates / "vemoiso.dwt")
+    for language, drawing in (("en-US", template()), ("zh-CN", chinese_template())):
+        templates = here.parent / "config/UserDataCache" / language / "Template"
+        templates.mkdir(parents=True, exist_ok=True)
+        drawing.write(templates / "vemoiso.dwt", encoding="gbk")
 
 
 if __name__ == "__main__":

@@ -4,9 +4,10 @@
 
 namespace vemoapp {
 
-OdString findFile(const OdString& name, OdDbBaseHostAppServices::FindFileHint hint) {
+OdString findFile(const OdString& name, OdDbBaseHostAppServices::FindFileHint hint,
+                  OdDbBaseDatabase* database) {
     ExHostAppServices* host = vodbSystemServices();
-    return host ? host->findFile(name, nullptr, hint) : OdString();
+    return host ? host->findFile(name, database, hint) : OdString();
 }
 
 }  // namespace vemoapp

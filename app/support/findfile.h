@@ -6,8 +6,9 @@
 namespace vemoapp {
 
 /// Full path of a file through the host services' search, empty when it isn't found or there are no
-/// services.
+/// services. The database is the drawing that asks, or null.
 OdString findFile(const OdString& name,
-                  OdDbBaseHostAppServices::FindFileHint hint = OdDbBaseHostAppServices::kDefault);
+                  OdDbBaseHostAppServices::FindFileHint hint = OdDbBaseHostAppServices::kDefault,
+                  OdDbBaseDatabase* database = nullptr);
 
 }  // namespace vemoapp

@@ -53,8 +53,9 @@ TEST(Vemocad, OpensTheDrawingsOfTheCommandLineAndSavesTheUserFile) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.errors, IsEmpty());
     EXPECT_THAT(result.output, HasSubstr("Opened " + sample("floorplan.dxf")));
-    EXPECT_THAT(result.output, HasSubstr("NOTES: romans.shx; HAN: romans.shx with big font "
-                                         "hztxt.shx; ROOMS: DejaVu Sans (TrueType"));
+    EXPECT_THAT(result.output, HasSubstr("NOTES: romans.shx; HAN: txt.shx with big font "
+                                         "hztxt.shx; CAPTION: LIBERATIONSERIF-ITALIC.TTF; ROOMS: "
+                                         "DejaVu Sans (TrueType"));
     EXPECT_THAT(result.output, HasSubstr("* " + sample("site.dxf")));
     EXPECT_THAT(result.output, HasSubstr("道路 (2)"));
     EXPECT_THAT(result.output, HasSubstr("Closed 2 drawings."));
@@ -197,7 +198,7 @@ TEST(Vemocad, CommandsAnswerWhateverIsTyped) {
                         std::string(9000, 'x') + "\nOPEN \x1b[2J.dxf\nst\nQ\n" + "HELP\n");
     EXPECT_EQ(result.status, 0);
     for (const std::string& answer :
-         {std::string("Unknown command \"nonsense\""), "\n" + plan + "\n",
+         {std::string("Unknown command \"nonsense\""), "\n" + plan + " (the working folder)\n",
           std::string("nothing.dxf is not found"), std::string("hints are DEFAULT, FONT"),
           std::string(R"(["mainui","docmgr","editsystem"])"),
           std::string("no/key is not in the configuration"), std::string("there    Core/FindFonts"),

@@ -20,14 +20,14 @@ void redirect(const std::string& file, int mode, int descriptor) {
     close(opened);
 }
 
-std::string contents(const fs::path& file) {
+}  // namespace
+
+std::string readFile(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     std::ostringstream text;
     text << stream.rdbuf();
     return text.str();
 }
-
-}  // namespace
 
 VemocadRun::VemocadRun() : application(builtApplication()) {
     std::string name = (fs::temp_directory_path() / "vemocad-test-XXXXXX").string();
@@ -66,6 +66,8 @@ RunResult VemocadRun::run(const std::vector<std::string>& arguments,
         setenv("LC_ALL", "C.UTF-8", 1);
         setenv("HOME", path("home").c_str(), 1);
         setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
+        setenv("XDG_DATA_DIRS", path("share").c_str(), 1);
+        unsetenv("XDG_DATA_HOME");
         redirect(path("input"), O_RDONLY, STDIN_FILENO);
         redirect(path("output"), O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect(path("errors"), O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
@@ -86,8 +88,13 @@ std::string VemocadRun::write(const std::string& name, const std::string& text) 
     return path(name);
 }
 
+void VemocadRun::copyFile(const fs::path& source, const std::string& name) const {
+    fs::create_directories((folder / name).parent_path());
+    fs::copy_file(source, folder / name, fs::copy_options::overwrite_existing);
+}
+
 std::string VemocadRun::read(const std::string& name) const {
-    return contents(folder / name);
+    return readFile(folder / name);
 }
 
 }  // namespace vemoapp

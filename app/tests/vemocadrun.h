@@ -14,8 +14,11 @@ struct RunResult {
     std::string errors;
 };
 
-/// A scratch folder with a home and a configuration home, gone at the end. The executable stands in
-/// the build folder beside the test's own.
+/// The content of a file, empty when there is none.
+std::string readFile(const std::filesystem::path& file);
+
+/// A scratch folder with a home and a configuration home, gone at the end. The system's fonts are
+/// those in its "share/fonts". The executable stands in the build folder beside the test's own.
 class VemocadRun {
   public:
     VemocadRun();
@@ -28,6 +31,8 @@ class VemocadRun {
 
     /// Writes a file in the scratch folder and gives its path.
     std::string write(const std::string& name, const std::string& text) const;
+    /// Copies a file from elsewhere into the scratch folder.
+    void copyFile(const std::filesystem::path& source, const std::string& name) const;
     std::string read(const std::string& name) const;
     std::string path(const std::string& name) const { return (folder / name).string(); }
 

@@ -6,6 +6,7 @@
 #include <utils/paths.h>
 
 #include "findfile.h"
+#include "fontresolution.h"
 #include "say.h"
 
 namespace vemoapp {
@@ -19,6 +20,16 @@ std::string utf8(const OdString& text) {
 void sayLines(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         say(line);
+    }
+}
+
+// One line a text style, the first behind the topic's name.
+void sayFonts(const DxfDrawing& drawing, OdDbBaseDatabase* database) {
+    FontResolution fonts(*vodbSystemServices(), database);
+    const char* topic = "  fonts     ";
+    for (const std::string& line : fonts.describe(drawing.styles, kShownItems)) {
+        say(topic + line);
+        topic = "            ";
     }
 }
 
@@ -96,6 +107,7 @@ void DocumentManager::open(const OdString& name) {
     addDocument(utf8(found), found, drawing, true);
     say("Opened " + utf8(found));
     sayLines(describeDrawing(drawing));
+    sayFonts(drawing, active->documentDatabase().get());
 }
 
 bool DocumentManager::activateIfOpen(const OdString& path) {

@@ -8,7 +8,6 @@ namespace vemoapp {
 
 namespace {
 
-constexpr std::size_t kShownItems = 12;
 constexpr std::uint32_t kBold = 0x02000000;
 constexpr std::uint32_t kItalic = 0x01000000;
 

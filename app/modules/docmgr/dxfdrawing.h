@@ -50,6 +50,9 @@ DxfDrawing readDxfDrawing(std::istream& stream);
 /// opened or read, else as above.
 DxfDrawing readDxfFile(const std::string& path);
 
+/// What a report shows of one topic; the rest is counted.
+inline constexpr std::size_t kShownItems = 12;
+
 /// The drawing in a few lines for people.
 std::vector<std::string> describeDrawing(const DxfDrawing& drawing);
 

@@ -1,4 +1,4 @@
-// Commands that show the application's insides: CONFIG, FIND, MODULES and SERVICES.
+// Commands that show the application's insides: CONFIG, MODULES and SERVICES.
 #pragma once
 
 #include <app/commandtable.h>

@@ -10,6 +10,8 @@
 #include <app/services.h>
 
 #include "commandnode.h"
+#include "findcommand.h"
+#include "fontscommand.h"
 #include "inspectcommands.h"
 #include "linereader.h"
 #include "say.h"
@@ -47,6 +49,8 @@ void TerminalWindow::addCommands() {
     table->add({"HELP", "", "lists the commands", [](const auto&) { showHelp(); }});
     table->add({"QUIT", "", "ends the application", [this](const auto&) { quit(); }});
     addInspectCommands(*table);
+    addFindCommand(*table);
+    addFontsCommand(*table);
 }
 
 void TerminalWindow::print(const OdAnsiString& line) {

@@ -1,0 +1,10 @@
+// The command FONTS: the fonts that the last scan found.
+#pragma once
+
+#include <app/commandtable.h>
+
+namespace vemoapp {
+
+void addFontsCommand(CommandTable& table);
+
+}  // namespace vemoapp
