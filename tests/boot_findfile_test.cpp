@@ -1,58 +1,11 @@
 // Where support files are found: the host's findFile and the service behind it.
-#include <filesystem>
-
-#include "boot_support.h"
-#include "core/vomoduleservices.h"
-#include "core/vosifindfontsvr.h"
+#include "boot_finder.h"
 
 using testing::ElementsAre;
 
 namespace {
 
 using Host = OdDbBaseHostAppServices;
-
-class Document : public vosi::VosiDocument {
-  public:
-    OdString documentFilePath() override { return OdString(); }
-    OdString documentFolder() override { return folder; }
-    OdSmartPtr<OdDbBaseDatabase> documentDatabase() override { return database; }
-    std::uint32_t documentStateBits() override { return kUnnamed; }
-    OdSmartPtr<vosi::VosiDocumentData> documentData() override { return nullptr; }
-
-    OdString folder;
-    OdSmartPtr<OdDbBaseDatabase> database;
-};
-
-using DocumentPtr = OdSmartPtr<Document>;
-
-class DocumentWalk : public vosi::VosiDocumentIterator {
-  public:
-    bool done() override { return place == documents.size(); }
-    void next() override { ++place; }
-    OdRxObjectPtr object() override { return documents.at(place); }
-
-    std::vector<DocumentPtr> documents;
-
-  private:
-    std::size_t place = 0;
-};
-
-class Documents : public vosi::VosiDocMgrSvr {
-  public:
-    OdSmartPtr<vosi::VosiDocument> activeDocument() override { return nullptr; }
-    void pumpInput() override {}
-    OdSmartPtr<vosi::VosiDocumentIterator> newDocumentIterator() override {
-        const auto walk = OdRxObjectImpl<DocumentWalk>::createObject();
-        walk->documents = documents;
-        return walk;
-    }
-    void newDocument(const OdString&, bool) override {}
-    void openDocument(const OdString&, int, int) override {}
-    void startUp() override {}
-    void shutDown() override {}
-
-    std::vector<DocumentPtr> documents;
-};
 
 /// Answers with what it was asked.
 class OtherFinder : public vosi::VosiFindFontSvr {
@@ -68,40 +21,22 @@ class OtherFinder : public vosi::VosiFindFontSvr {
     bool ttfFileNameByDescriptor(const OdTtfDescriptor&, OdString&) override { return false; }
 };
 
-class FindFileTest : public BootTest {
+class FindFileTest : public FinderTest {
   protected:
-    // Files are looked for from a working folder of their own, for a drawing in "drawings" whose
-    // document has the folder "companion".
     FindFileTest() {
         bootBare();
-        std::filesystem::current_path(folder.folder("work"));
-        for (const char* name : {"drawings", "companion", "support", "more"}) {
-            folder.folder(name);
-        }
+        openDrawing();
+        folder.folder("support");
+        folder.folder("more");
         setPaths("supportPaths", {folder.path("support"), folder.path("more")});
-        database = vodbSystemServices()->createDatabase(true, 0);
-        database->setFilename(wide(folder.path("drawings/plan.dwg")));
-        document->database = database;
-        document->folder = wide(folder.path("companion"));
-        const auto manager = OdRxObjectImpl<Documents>::createObject();
-        manager->documents = {OdRxObjectImpl<Document>::createObject(), document};
-        vo_arbitDict_regservice(vosi::kDocMgrKey, manager);
     }
 
-    static OdString wide(const std::string& text) { return OdUtf8StringToOdString(text); }
-
-    static void setPaths(const char* key, std::initializer_list<std::string> folders) {
-        vo_runtime_config("")->makePath("paths")->set_propertyJ(key, textArray(folders));
-    }
-
-    // The answer without the test's folder in front.
     std::string find(const std::string& name, OdDbBaseDatabase* asking = nullptr,
                      Host::FindFileHint hint = Host::kDefault) {
         return local(vodbSystemServices()->findFile(wide(name), asking, hint));
     }
     std::string findInDocument(const std::string& name, OdRxObject* asking) {
-        const vosi::VosiFindFontSvrPtr finder = vo_arbitDict_getservice(vosi::kFindFontsKey);
-        return local(finder->findFileInDocument(wide(name), asking, Host::kDefault));
+        return local(fonts()->findFileInDocument(wide(name), asking, Host::kDefault));
     }
 
     // Finds, takes away what was found and finds again, until nothing is left.
@@ -115,15 +50,6 @@ class FindFileTest : public BootTest {
             std::filesystem::remove(folder.path(found));
         }
         return answers;
-    }
-
-    OdDbDatabasePtr database;
-    DocumentPtr document = OdRxObjectImpl<Document>::createObject();
-
-  private:
-    std::string local(const OdString& found) const {
-        const std::string path = utf8(found);
-        return path.starts_with(folder.path() + '/') ? path.substr(folder.path().size() + 1) : path;
     }
 };
 
@@ -174,13 +100,6 @@ TEST_F(FindFileTest, AbsoluteNameIsTakenAsItStandsAndThenByItsBareName) {
     // The document's folder is among the folders, the drawing's own is for relative names alone.
     EXPECT_THAT(findOneAfterAnother("/nowhere/a.pat", database.get()),
                 ElementsAre("companion/a.pat"));
-    // Fonts are looked for in no list of folders.
-    folder.file("support/c.shx");
-    EXPECT_EQ(find("/nowhere/c.shx", database.get(), Host::kCompiledShapeFile), "");
-    folder.file("companion/c.shx");
-    EXPECT_EQ(find("c.shx", database.get(), Host::kFontFile), "");
-    folder.file("drawings/c.shx");
-    EXPECT_EQ(find("c.shx", database.get(), Host::kFontFile), "drawings/c.shx");
 }
 
 TEST_F(FindFileTest, EachHintHasItsListOfFolders) {
@@ -202,13 +121,9 @@ TEST_F(FindFileTest, EachHintHasItsListOfFolders) {
         setPaths(row.key, {folder.path(row.key)});
         folder.file(std::string(row.key) + "/x.dat");
     }
-    const vosi::VosiFindFontSvrPtr finder = vo_arbitDict_getservice(vosi::kFindFontsKey);
     for (const Row& row : rows) {
-        EXPECT_EQ(utf8(finder->findFile("x.dat", nullptr, row.hint)),
-                  folder.path(std::string(row.key) + "/x.dat"));
-    }
-    for (const int fontHint : {1, 2, 3}) {
-        EXPECT_EQ(utf8(finder->findFile("x.dat", nullptr, fontHint)), "");
+        EXPECT_EQ(local(fonts()->findFile("x.dat", nullptr, row.hint)),
+                  std::string(row.key) + "/x.dat");
     }
 }
 

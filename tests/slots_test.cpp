@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "boot_support.h"
+#include "support/sfntbuilder.h"
 
 namespace {
 
@@ -144,6 +145,13 @@ TEST_F(SlotsTest, EventsAndReactors) {
 
 TEST_F(SlotsTest, FindFonts) {
     check("checkFindFontSlots");
+}
+
+TEST_F(SlotsTest, FontScansAndDescriptions) {
+    folder.file("share/fonts/txt.shx", fontfile::shx("Drafting86 unifont 1.0"));
+    check("checkFontScanSlots");
+    check("checkFontMatchSlots");
+    check("checkFontPropertySlots");
 }
 
 TEST_F(SlotsTest, TreeNodeSettersByKey) {

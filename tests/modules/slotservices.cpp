@@ -43,7 +43,7 @@ std::int32_t VosiMainUISvr::slot1() {
 
 OdRxObjectPtr VosiDocMgrSvr::slot1() {
     note("DocMgr", 1);
-    return nullptr;
+    return slots::currentDocument();
 }
 void VosiDocMgrSvr::slot2() {
     note("DocMgr", 2);
@@ -80,7 +80,7 @@ OdRxObjectPtr VosiDocumentIterator::slot3() {
 
 OdString VosiDocument::slot1() {
     note("Document", 1);
-    return {};
+    return path;
 }
 OdString VosiDocument::slot2() {
     note("Document", 2);
@@ -96,7 +96,16 @@ std::uint32_t VosiDocument::slot4() {
 }
 OdRxObjectPtr VosiDocument::slot5() {
     note("Document", 5);
+    return data;
+}
+
+OdRxObject* VosiDocumentData::slot1() {
+    note("DocumentData", 1);
     return nullptr;
+}
+OdRxDictionaryPtr VosiDocumentData::slot2() {
+    note("DocumentData", 2);
+    return entries;
 }
 
 void VosiEditSystemSvr::slot1(const OdString& name, SlotSysVarValue& value, int mode, int flags) {
@@ -216,6 +225,11 @@ void registerServices() {
 OdArray<OdSmartPtr<vosi::VosiDocument>>& documents() {
     static OdArray<OdSmartPtr<vosi::VosiDocument>> open;
     return open;
+}
+
+OdSmartPtr<vosi::VosiDocument>& currentDocument() {
+    static OdSmartPtr<vosi::VosiDocument> current;
+    return current;
 }
 
 }  // namespace slots

@@ -37,6 +37,14 @@ class VosiDocumentIterator : public OdRxObject {
     unsigned int index = 0;
 };
 
+class VosiDocumentData : public OdRxObject {
+  public:
+    virtual OdRxObject* slot1();
+    virtual OdRxDictionaryPtr slot2();
+
+    OdRxDictionaryPtr entries = OdRxDictionary::desc()->create();
+};
+
 class VosiDocument : public OdRxObject {
   public:
     virtual OdString slot1();
@@ -45,7 +53,9 @@ class VosiDocument : public OdRxObject {
     virtual std::uint32_t slot4();
     virtual OdRxObjectPtr slot5();
 
+    OdString path;
     OdString folder;
+    OdSmartPtr<VosiDocumentData> data;
     OdSmartPtr<OdDbBaseDatabase> database;
 };
 
@@ -122,6 +132,11 @@ class VosiFindFontSvr : public OdRxObject {
     virtual bool slot5(const OdTtfDescriptor& descriptor, OdString& fileName);
 };
 
+/// What a document carries under the keys of its fonts.
+class VosiMapShxFont : public OdRxObject, public OdArray<OdString, OdObjectsAllocator<OdString>> {};
+class VosiMapTrueTypeFont : public OdRxObject,
+                            public OdArray<OdTtfDescriptor, OdObjectsAllocator<OdTtfDescriptor>> {};
+
 }  // namespace vosi
 
 namespace slots {
@@ -131,5 +146,8 @@ void registerServices();
 
 /// The documents that the document manager's iterator walks over; empty at first.
 OdArray<OdSmartPtr<vosi::VosiDocument>>& documents();
+
+/// The document manager's current document; null at first.
+OdSmartPtr<vosi::VosiDocument>& currentDocument();
 
 }  // namespace slots
