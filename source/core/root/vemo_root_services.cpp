@@ -88,6 +88,8 @@ void unregisterCoreServices() {
     }
     odrxDynamicLinker()->unloadModule(kRecomputeDimBlock);
     vo_arbitDict_clearservice(vosi::kFindFontsKey);
+    // Still there when nobody heard that the application exits; the tree outlives the service.
+    vosi::VoApFontsService::withdrawFonts(vo_runtime_config(""));
     ownFontService.release();
     vo_arbitDict_clearservice(vosi::kFiberCoroutineKey);
     vo_arbitDict_clearservice(vosi::kFiberKey);
