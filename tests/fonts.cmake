@@ -4,6 +4,7 @@
 vemo_add_test(fontreader_test
   SOURCES fontreader_test.cpp fontreader_files_test.cpp fontreader_shx_test.cpp
   LIBRARIES vemo_root_carried)
+vemo_add_test(languagetags_test SOURCES languagetags_test.cpp LIBRARIES vemo_root_carried)
 
 # ---- family names against fontconfig's ----
 

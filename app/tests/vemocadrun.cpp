@@ -1,10 +1,13 @@
 #include "vemocadrun.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 #include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,6 +21,34 @@ void redirect(const std::string& file, int mode, int descriptor) {
     int opened = open(file.c_str(), mode, 0600);
     dup2(opened, descriptor);
     close(opened);
+}
+
+// The exit status, or 128 and the signal that ended it.
+int statusOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+// False when nothing more comes: the program has ended, or hangs.
+bool readMore(int terminal, std::string& output) {
+    constexpr int patience = 60'000;
+    pollfd waiting{terminal, POLLIN, 0};
+    char bytes[512];
+    const ssize_t count =
+        poll(&waiting, 1, patience) == 1 ? ::read(terminal, bytes, sizeof bytes) : 0;
+    output.append(bytes, count > 0 ? static_cast<std::size_t>(count) : 0);
+    return count > 0;
+}
+
+// Reads on until the text has come behind what was seen before.
+bool readUntil(int terminal, const std::string& text, std::size_t& seen, std::string& output) {
+    std::size_t at = output.find(text, seen);
+    while (at == std::string::npos && readMore(terminal, output)) {
+        at = output.find(text, seen);
+    }
+    seen = at == std::string::npos ? seen : at + text.size();
+    return at != std::string::npos;
 }
 
 }  // namespace
@@ -49,9 +80,8 @@ void VemocadRun::copyApplication() {
     fs::copy(builtApplication(), application, fs::copy_options::recursive);
 }
 
-RunResult VemocadRun::run(const std::vector<std::string>& arguments,
-                          const std::string& input) const {
-    std::string executable = (application / "vemocad").string();
+void VemocadRun::execute(const std::vector<std::string>& arguments) const {
+    const std::string executable = (application / "vemocad").string();
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), "vemocad");
     std::vector<char*> pointers;
@@ -60,26 +90,52 @@ RunResult VemocadRun::run(const std::vector<std::string>& arguments,
         pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
+    setenv("LC_ALL", "C.UTF-8", 1);
+    setenv("HOME", path("home").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
+    setenv("XDG_DATA_DIRS", path("share").c_str(), 1);
+    unsetenv("XDG_DATA_HOME");
+    if (chdir(folder.c_str()) == 0) {
+        execv(executable.c_str(), pointers.data());
+    }
+    _exit(127);
+}
+
+RunResult VemocadRun::run(const std::vector<std::string>& arguments,
+                          const std::string& input) const {
     write("input", input);
-    pid_t child = fork();
+    const pid_t child = fork();
     if (child == 0) {
-        setenv("LC_ALL", "C.UTF-8", 1);
-        setenv("HOME", path("home").c_str(), 1);
-        setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
-        setenv("XDG_DATA_DIRS", path("share").c_str(), 1);
-        unsetenv("XDG_DATA_HOME");
         redirect(path("input"), O_RDONLY, STDIN_FILENO);
         redirect(path("output"), O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect(path("errors"), O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-        if (chdir(folder.c_str()) == 0) {
-            execv(executable.c_str(), pointers.data());
-        }
-        _exit(127);
+        execute(arguments);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    return {code, read("output"), read("errors")};
+    return {statusOf(child), read("output"), read("errors")};
+}
+
+RunResult VemocadRun::runOnTerminal(const std::vector<TerminalStep>& steps) const {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        execute({});
+    }
+    std::string output;
+    std::size_t seen = 0;
+    for (const TerminalStep& step : steps) {
+        if (!readUntil(terminal, step.prompt, seen, output)) {
+            kill(child, SIGKILL);
+            break;
+        }
+        const std::string line = step.answer + "\n";
+        if (::write(terminal, line.data(), line.size()) < 0) {
+            break;
+        }
+    }
+    while (readMore(terminal, output)) {
+    }
+    close(terminal);
+    return {statusOf(child), output, ""};
 }
 
 std::string VemocadRun::write(const std::string& name, const std::string& text) const {

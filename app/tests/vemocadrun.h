@@ -17,6 +17,12 @@ struct RunResult {
 /// The content of a file, empty when there is none.
 std::string readFile(const std::filesystem::path& file);
 
+/// One step of a person at the terminal: a text to wait for, and the line to type then.
+struct TerminalStep {
+    std::string prompt;
+    std::string answer;
+};
+
 /// A scratch folder with a home and a configuration home, gone at the end. The system's fonts are
 /// those in its "share/fonts". The executable stands in the build folder beside the test's own.
 class VemocadRun {
@@ -28,6 +34,10 @@ class VemocadRun {
 
     /// Starts vemocad in the scratch folder and waits for its end.
     RunResult run(const std::vector<std::string>& arguments, const std::string& input = "") const;
+
+    /// The same on a terminal: types each answer when its prompt has come, and gives up on one that
+    /// doesn't. The output is what a person would have seen, what was typed included.
+    RunResult runOnTerminal(const std::vector<TerminalStep>& steps) const;
 
     /// Writes a file in the scratch folder and gives its path.
     std::string write(const std::string& name, const std::string& text) const;
@@ -46,6 +56,9 @@ class VemocadRun {
     static std::filesystem::path builtApplication();
 
   private:
+    /// Becomes vemocad; for the child of a fork.
+    [[noreturn]] void execute(const std::vector<std::string>& arguments) const;
+
     std::filesystem::path folder;
     std::filesystem::path application;
     std::string configHome;

@@ -14,6 +14,7 @@
 #include "fontscommand.h"
 #include "inspectcommands.h"
 #include "linereader.h"
+#include "messagecommand.h"
 #include "say.h"
 #include "text.h"
 
@@ -51,6 +52,7 @@ void TerminalWindow::addCommands() {
     addInspectCommands(*table);
     addFindCommand(*table);
     addFontsCommand(*table);
+    addMessageCommand(*table);
 }
 
 void TerminalWindow::print(const OdAnsiString& line) {

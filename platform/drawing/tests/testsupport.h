@@ -9,19 +9,10 @@
 #include <ostream>
 #include <string>
 
+#include "support/outcomes.h"
+
 inline void PrintTo(const OdString& text, std::ostream* out) {
     *out << '"' << OdStringToUtf8String(text).c_str() << '"';
-}
-
-/// The code of the OdError that the call raises, eOk when it raises none.
-template <class Call>
-OdResult raisedBy(Call&& call) {
-    try {
-        call();
-    } catch (const OdError& error) {
-        return error.code();
-    }
-    return eOk;
 }
 
 /// A folder of the test's own, which goes with the object.
