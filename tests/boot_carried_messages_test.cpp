@@ -1,9 +1,9 @@
 // Texts of result and message codes, and the tables that translators keep.
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cwchar>
 #include <map>
-#include <regex>
 #include <set>
 
 #include "boot_support.h"
@@ -32,11 +32,12 @@ const std::map<unsigned int, std::wstring> kResultNames = {
 
 /// The placeholders of a text in their order, flags and widths included.
 std::vector<std::wstring> placeholders(const std::wstring& text) {
-    static const std::wregex pattern(L"%[^a-zA-Z%]*(l?[a-zA-Z]|%)");
     std::vector<std::wstring> found;
-    for (std::wsregex_iterator match(text.begin(), text.end(), pattern), end; match != end;
-         ++match) {
-        found.push_back(match->str());
+    for (std::size_t at = text.find(L'%'); at != text.npos; at = text.find(L'%', at)) {
+        const std::size_t last = text.find_first_not_of(L"%#+- .0123456789l", at);
+        const std::size_t end = std::min(last, text.size() - 1) + 1;
+        found.push_back(text.substr(at, end - at));
+        at = end;
     }
     return found;
 }
