@@ -22,6 +22,11 @@ OdRxObjectPtr makeUndoController() {
     return OdRxObjectImpl<OdDbUndoController>::createObject();
 }
 
+OdStringArray& fontFoldersOfTool() {
+    static OdStringArray folders;
+    return folders;
+}
+
 bool isFolder(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -70,11 +75,19 @@ OdString OdDbBaseHostAppServices::getSubstituteFont(const OdString& /*fontName*/
 }
 
 bool OdDbBaseHostAppServices::getSystemFontFolders(OdStringArray& folders) const {
+    if (!fontFoldersOfTool().isEmpty()) {
+        folders.append(fontFoldersOfTool());
+        return true;
+    }
     const std::vector<std::string> found = systemFontFolders();
     for (const std::string& folder : found) {
         folders.append(OdUtf8StringToOdString(folder));
     }
     return !found.empty();
+}
+
+void odSetSystemFontFolders(const OdStringArray& folders) {
+    fontFoldersOfTool() = folders;
 }
 
 void OdDbBaseHostAppServices::collectFilePathsInDirectory(OdStringArray& result,

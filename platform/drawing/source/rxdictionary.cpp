@@ -39,6 +39,14 @@ class RxDictionaryImpl : public OdRxDictionary {
 
     unsigned int numEntries() const override { return static_cast<unsigned int>(entries.size()); }
 
+    OdStringArray keys() const override {
+        OdStringArray all;
+        for (const auto& [key, object] : entries) {
+            all.append(key);
+        }
+        return all;
+    }
+
   private:
     std::map<OdString, OdRxObjectPtr> entries;
 };

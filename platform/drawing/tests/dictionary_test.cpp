@@ -32,6 +32,7 @@ TEST_F(Dictionary, HoldsOneReferenceToEachObject) {
     EXPECT_EQ(dictionary->getAt(L"Core/Key"), second);
     EXPECT_EQ(dictionary->putAt(L"Core/Key", second.get()), second);
     EXPECT_EQ(second->numRefs(), 2);
+    EXPECT_EQ(dictionary->keys().size(), 1u);
     EXPECT_EQ(dictionary->numEntries(), 1u);
     EXPECT_EQ(dictionary->remove(L"Core/Key"), second);
     EXPECT_EQ(second->numRefs(), 1);

@@ -21,6 +21,7 @@ constexpr int kLowestLevel = 1;
 constexpr int kHighestLevel = 5;
 
 std::atomic<int> threshold{4};
+std::atomic<void (*)(const VoLogLine&)> logListener{nullptr};
 
 struct Output {
     std::mutex mutex;
@@ -94,6 +95,9 @@ void vo_set_print_log_level(int level) {
 }
 
 void vo_Log(int level, int line, const char* file, const char* function, const char* text) {
+    if (auto* const listener = logListener.load()) {
+        listener({level, line, file, function, text});
+    }
     const std::string formed = formLine(level, line, file, function, text);
     Output& out = output();
     const std::lock_guard lock(out.mutex);
@@ -117,4 +121,8 @@ void vo_set_Log_file(const OdAnsiString& path) {
     Output& out = output();
     const std::lock_guard lock(out.mutex);
     out.file.setPath(path.str());
+}
+
+void vo_set_log_listener(void (*listener)(const VoLogLine&)) {
+    logListener.store(listener);
 }

@@ -3,6 +3,7 @@
 #include <utils/paths.h>
 
 #include "core/voexports.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 
 namespace vosi {
@@ -66,7 +67,10 @@ void seedUserDataDir(const char* key, const OdAnsiString& source, const VoJsonPt
         return;
     }
     voutCreateDir(target);
-    voutCopyFile(vosiutEvaluatePath(source, systemRoot), target);
+    const OdAnsiString shipped = vosiutEvaluatePath(source, systemRoot);
+    const bool isWhole = voutCopyFile(shipped, target);
+    run::note(
+        [&] { return (isWhole ? "filled " : "couldn't fill ") + target + " from " + shipped; });
 }
 
 }  // namespace vosi

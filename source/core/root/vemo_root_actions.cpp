@@ -7,6 +7,7 @@
 #include "core/voservicekeys.h"
 #include "rootlog.h"
 #include "rootservices.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 
 namespace {
@@ -32,6 +33,7 @@ auto editSystem() {
 }
 
 void openDocument(const OdAnsiString& path) {
+    run::note([&] { return "opens " + path; });
     documentManager()->openDocument(OdUtf8StringToOdString(path), 0, 0);
 }
 
@@ -136,6 +138,7 @@ void newDefaultDrawing() {
     if (node && node->hasProperty("templatePath")) {
         path = tree::textOr(node->getProperty("templatePath"), "");
     }
+    run::note([&] { return "a new drawing, template \"" + path + "\""; });
     documentManager()->newDocument(OdUtf8StringToOdString(path), true);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/voexports.h"
 #include "rootlog.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 
 namespace {
@@ -10,10 +11,13 @@ namespace {
 constexpr const char* kFixedModulesKey = "fixExtLibray";
 
 OdRxModulePtr loadSilently(const OdString& fileName) {
+    const run::Span span(run::SpanKind::kModuleLoad, fileName);
     if (OdRxModuleLibrary* library = odrxSystemServices()->loadModuleLib(fileName, true)) {
-        return OdRxModulePtr(odrxDynamicLinker()->moduleOfLibrary(library, true), kOdRxObjAttach);
+        return run::moduleAnswered(
+            fileName,
+            OdRxModulePtr(odrxDynamicLinker()->moduleOfLibrary(library, true), kOdRxObjAttach));
     }
-    return odrxDynamicLinker()->loadModule(fileName, true);
+    return run::moduleAnswered(fileName, odrxDynamicLinker()->loadModule(fileName, true));
 }
 
 OdRxModulePtr loadAndRecord(const OdString& fileName, const OdString& listedName,
@@ -91,6 +95,7 @@ VoJsonPtr unloadFixedModules() {
         const OdString name = OdUtf8StringToOdString(tree::textOr(names(index), ""));
         // A module that is gone already, by a reactor's hand for instance, is passed over.
         if (!name.isEmpty() && !odrxDynamicLinker()->loadedModule(name).isNull()) {
+            const run::Span span(run::SpanKind::kModuleEnd, name);
             odrxDynamicLinker()->unloadModule(name);
         }
     }

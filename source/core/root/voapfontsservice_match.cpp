@@ -1,6 +1,7 @@
 // From the description of a face to its file.
 #include "core/vosifontlists.h"
 #include "rootservices.h"
+#include "runobserver.h"
 #include "voapfontsservice.h"
 
 namespace vosi {
@@ -52,8 +53,13 @@ bool matchInDocument(const OdTtfDescriptor& key, OdString& fileName, VosiDocumen
 
 bool VoApFontsService::ttfFileNameByDescriptor(const OdTtfDescriptor& descriptor,
                                                OdString& fileName) {
-    return matchInDocument(descriptor, fileName, activeDocument().get()) ||
-           matchDescriptor(descriptor, fileName, ttfDescriptors) ||
+    const auto told = [&fileName](const char* place, bool hit) {
+        run::placeTried(place, hit ? fileName : OdString());
+        return hit;
+    };
+    return told("the active document's own faces",
+                matchInDocument(descriptor, fileName, activeDocument().get())) ||
+           told("the faces of the index", matchDescriptor(descriptor, fileName, ttfDescriptors)) ||
            matchDescriptor(descriptor, fileName, spareDescriptors);
 }
 

@@ -4,6 +4,7 @@
 #include "core/voexports.h"
 #include "core/vosifontlists.h"
 #include "fontscan.h"
+#include "runobserver.h"
 #include "voapfontsservice.h"
 
 namespace vosi {
@@ -41,8 +42,14 @@ void VoApFontsService::scanFonts(int flags) {
             entries.push_back({OdUtf8StringToOdString(application), kApplicationFolderDepth});
         }
     }
+    const run::Span span(run::SpanKind::kStep, "font scan");
     scanShxFiles(entries, mainShxFiles, bigShxFiles);
     scanTtfFiles(entries, ttfDescriptors, ttfFaceRecords, ttfFiles);
+    run::note([this] {
+        return "the index holds " + std::to_string(ttfFaceRecords.size()) + " faces in " +
+               std::to_string(ttfFiles.size()) + " files, " + std::to_string(mainShxFiles.size()) +
+               " main SHX fonts, " + std::to_string(bigShxFiles.size()) + " big fonts";
+    });
 }
 
 // Gives a document that has a file its three lists, and leaves them empty: the drawing's folder

@@ -5,6 +5,7 @@
 #include "core/voservicekeys.h"
 #include "core/vosifontlists.h"
 #include "rootservices.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 #include "voapfontsservice.h"
 
@@ -69,7 +70,8 @@ void addFolder(Folders& folders, const OdAnsiString& folder) {
 OdString firstMatch(const OdAnsiString& folder, const OdAnsiString& fileName) {
     Folders matches;
     voutGlobNoCaseSensitive2(folder, fileName, matches, 1);
-    return matches.isEmpty() ? OdString() : OdUtf8StringToOdString(matches.first());
+    return run::placeTried(
+        folder, matches.isEmpty() ? OdString() : OdUtf8StringToOdString(matches.first()));
 }
 
 OdString firstMatchBelow(const Folders& folders, const OdAnsiString& folderPart,
@@ -86,8 +88,17 @@ OdString firstMatchBelow(const Folders& folders, const OdAnsiString& folderPart,
 
 OdString findInDocument(const OdString& name, VosiDocument* document, const OdChar* key) {
     const OdRxObjectPtr index = documentIndex(document, key);
-    return index.isNull() ? OdString()
-                          : findByFileName(name, *static_cast<VosiMapShxFont*>(index.get()));
+    return index.isNull()
+               ? OdString()
+               : run::placeTried("the document's own list of fonts",
+                                 findByFileName(name, *static_cast<VosiMapShxFont*>(index.get())));
+}
+
+// The file or folder that the name leads to, empty when there is none.
+OdString findAsNamed(const OdString& name) {
+    OdString found;
+    voutIsExistFileNoCaseSensitiveW(name, found);
+    return run::placeTried("the name as it stands", found);
 }
 
 }  // namespace
@@ -108,7 +119,7 @@ OdString VoApFontsService::findFile(const OdString& name, OdDbBaseDatabase* data
             }
         }
     }
-    if (voutIsExistFileNoCaseSensitiveW(name, found)) {
+    if (found = findAsNamed(name); !found.isEmpty()) {
         return found;
     }
     const auto document = database ? documentOf(database) : OdSmartPtr<VosiDocument>();
@@ -128,8 +139,8 @@ OdString VoApFontsService::findFileInDocument(const OdString& name, OdRxObject* 
     if (name.isEmpty()) {
         return name;
     }
-    OdString found;
-    if (voutIsExistFileNoCaseSensitiveW(name, found)) {
+    OdString found = findAsNamed(name);
+    if (!found.isEmpty()) {
         return found;
     }
     const OdSmartPtr<VosiDocument> holder{OdRxObjectPtr(document)};
@@ -147,13 +158,15 @@ OdString VoApFontsService::findIndexedFont(const OdString& name, VosiDocument* d
     const bool compiled = hint == Host::kFontFile || hint == Host::kCompiledShapeFile;
     struct List {
         bool wanted;
+        const char* place;
         const OdChar* documentKey;
         FileNameIndex& names;
         const OdStringArray& paths;
     };
-    const List lists[] = {{trueType, kDocumentTtfFilesKey, ttfNames, ttfFiles},
-                          {compiled, kDocumentMainShxKey, mainShxNames, mainShxFiles},
-                          {compiled, kDocumentBigShxKey, bigShxNames, bigShxFiles}};
+    const List lists[] = {
+        {trueType, "the index of TrueType fonts", kDocumentTtfFilesKey, ttfNames, ttfFiles},
+        {compiled, "the index of main SHX fonts", kDocumentMainShxKey, mainShxNames, mainShxFiles},
+        {compiled, "the index of big fonts", kDocumentBigShxKey, bigShxNames, bigShxFiles}};
     OdString found;
     for (const List& list : lists) {
         if (list.wanted && found.isEmpty()) {
@@ -162,7 +175,7 @@ OdString VoApFontsService::findIndexedFont(const OdString& name, VosiDocument* d
     }
     for (const List& list : lists) {
         if (list.wanted && found.isEmpty()) {
-            found = list.names.find(name, list.paths);
+            found = run::placeTried(list.place, list.names.find(name, list.paths));
         }
     }
     return found;
@@ -182,8 +195,8 @@ OdString VoApFontsService::searchFolders(const OdString& name, const Folders& fo
     const OdAnsiString path = OdStringToUtf8String(name);
     const OdAnsiString fileName = voutGetLastFileNameInPath(path);
     if (isAbsolute(path)) {
-        OdString found;
-        if (voutIsExistFileNoCaseSensitiveW(name, found)) {
+        OdString found = findAsNamed(name);
+        if (!found.isEmpty()) {
             return found;
         }
     } else if (const OdAnsiString folderPart = voutGetParentDir(path); !folderPart.isEmpty()) {

@@ -77,6 +77,10 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     VoJsonPtr systemTree() const { return sysConfig; }
     VoJsonPtr userTree() const { return userConfig; }
 
+    /// As the command line left them, path variables not replaced.
+    const OdAnsiString& systemConfigPath() const { return sysConfigPath; }
+    const OdAnsiString& userFilePath() const { return userConfigPath; }
+
     void setAppState(AppState state) { appState = state; }
     bool isQuitting() const { return appState >= APP_STATE_QUITTING; }
 

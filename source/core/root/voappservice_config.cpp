@@ -7,6 +7,7 @@
 
 #include "rootlog.h"
 #include "rootservices.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 #include "voappservice.h"
 
@@ -79,6 +80,7 @@ OdResult VoAppService::loadSystemConfig() {
                        "读取配置文件失败");
         return eFileAccessErr;
     }
+    run::note([&] { return "read " + path; });
     carryRuntimeOver(formerTree);
     applySystemSettings();
     if (const vosi::VosiApRxEventPtr dispatcher = eventDispatcher()) {
@@ -126,6 +128,7 @@ void VoAppService::loadUserConfig() {
         return;
     }
     userConfigIsMadeUp = false;
+    run::note([&] { return "read " + path; });
     mergeUserConfig();
     if (const vosi::VosiApRxEventPtr dispatcher = eventDispatcher()) {
         dispatcher->fireUserConfigLoaded();
@@ -144,27 +147,44 @@ void VoAppService::createUserFile(const OdAnsiString& path) {
     if (!voutWriteFileSafely(path.str(), userConfig->writeJson().view())) {
         rootlog::write(rootlog::kSurvived, __LINE__, rootlog::kAppService, "loadUserConfig",
                        "创建%s文件失败！", path.c_str());
+        return;
     }
+    run::note([&] { return "created " + path; });
 }
 
 void VoAppService::mergeUserConfig() {
     const VoJsonPtr systemBranch = tree::objectUnder(sysConfig, "User");
     if (!systemBranch) {
+        run::settingsTaken(userConfig, true);
         sysConfig->set_propertyJ("User", userConfig);
         return;
     }
     const ConfigVersion system = versionOf(systemBranch);
     const ConfigVersion user = versionOf(userConfig);
     if (user.major < system.major) {
+        run::note([] {
+            return OdAnsiString(
+                "the user file is out of date: the system's User branch"
+                " takes its place");
+        });
         // Out of date as a whole: the system's settings take the user's place, in the file too at
         // the next save.
         userConfig = systemBranch;
+        run::settingsTaken(systemBranch, false);
         return;
     }
+    const VoJsonPtr ofUserFile = run::isObserved() ? userConfig->clone() : VoJsonPtr();
     if (user.minor != system.minor) {
+        run::note([] {
+            return OdAnsiString(
+                "what the user file lacks comes from the system's User"
+                " branch");
+        });
         addMissing(userConfig, systemBranch);
         userConfig->SetDataI("version", tree::integerPropertyOr(systemBranch, "version", 0));
+        run::settingsTaken(systemBranch, false);
     }
+    run::settingsTaken(ofUserFile, true);
     sysConfig->set_propertyJ("User", userConfig);
 }
 
@@ -179,7 +199,9 @@ void VoAppService::saveUserConfig(const OdAnsiString& path) {
     if (!VoJson(userConfig).write(path.str(), VoJson::kIndented, nullptr)) {
         rootlog::write(rootlog::kError, __LINE__, rootlog::kAppService, "saveUserConfig",
                        "写入用户配置文件失败");
+        return;
     }
+    run::note([&] { return "wrote " + path; });
 }
 
 void VoAppService::releaseConfig() {

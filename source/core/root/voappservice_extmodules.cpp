@@ -3,6 +3,7 @@
 
 #include "core/voexports.h"
 #include "rootlog.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 #include "voappservice.h"
 
@@ -11,10 +12,13 @@ namespace {
 // The linker's words for a handle and for a name, one after the other. The result carries a
 // reference.
 OdRxModulePtr loadByFileOrName(OdRxSystemServices& system, const OdString& name, bool silent) {
+    const run::Span span(run::SpanKind::kModuleLoad, name);
     if (OdRxModuleLibrary* library = system.loadModuleLib(name, silent)) {
-        return OdRxModulePtr(odrxDynamicLinker()->moduleOfLibrary(library, true), kOdRxObjAttach);
+        return run::moduleAnswered(
+            name,
+            OdRxModulePtr(odrxDynamicLinker()->moduleOfLibrary(library, true), kOdRxObjAttach));
     }
-    return odrxDynamicLinker()->loadModule(name, true);
+    return run::moduleAnswered(name, odrxDynamicLinker()->loadModule(name, true));
 }
 
 OdAnsiString stemOf(const OdString& name) {
@@ -48,6 +52,7 @@ void VoAppService::unloadExModule(OdRxModule* module) {
         return;
     }
     extModules.removeAt(index);
+    const run::Span span(run::SpanKind::kModuleEnd, module->moduleName());
     try {
         odrxDynamicLinker()->unloadModule(module->moduleName());
     } catch (...) {

@@ -5,6 +5,7 @@
 #include "core/voexports.h"
 #include "core/vosifindfontsvr.h"
 #include "pathlists.h"
+#include "runobserver.h"
 #include "voapfontsservice.h"
 
 namespace vosi {
@@ -47,6 +48,7 @@ void selectDefaultTemplate() {
     if (voutIsExistFile(path)) {
         // The node and the text in it have the same name.
         node->set_propertys("templatePath", path, false);
+        run::note([&] { return "the template of new drawings is " + path; });
     }
 }
 

@@ -126,6 +126,10 @@ class DRAWING_EXPORT OdDbHostAppServices : public OdDbBaseHostAppServices {
 
 class DRAWING_EXPORT OdDbHostAppServices2 : public OdDbHostAppServices {};
 
+/// Folders that getSystemFontFolders gives instead of the system's own, as they are; an empty list
+/// gives the system's again. Process-wide; for tools that look at another machine's fonts.
+DRAWING_EXPORT void odSetSystemFontFolders(const OdStringArray& folders);
+
 /// The host services that applications derive theirs from; they are their own progress meter, which
 /// shows nothing.
 class DRAWING_EXPORT ExHostAppServices : public OdDbHostAppServices2,

@@ -1,6 +1,7 @@
 // Dictionaries of named objects and the runtime's two own ones.
 #pragma once
 
+#include "drawing/odarray.h"
 #include "drawing/rxclass.h"
 
 /// Named objects, one reference each. Keys are compared as they stand. Made through its run-time
@@ -17,6 +18,8 @@ class DRAWING_EXPORT OdRxDictionary : public OdRxObject {
     virtual OdRxObjectPtr remove(const OdString& key) = 0;
     virtual bool has(const OdString& key) const = 0;
     virtual unsigned int numEntries() const = 0;
+    /// The keys of all entries, in the order of their code points.
+    virtual OdStringArray keys() const = 0;
 };
 
 using OdRxDictionaryPtr = OdSmartPtr<OdRxDictionary>;

@@ -26,3 +26,16 @@ GLOBAL_EXPORT void vo_set_print_log_to_file(bool on);
 /// Names the log file, UTF-8. It is opened, for appending, at the first line that goes to it; while
 /// it can't be opened lines go to standard error alone.
 GLOBAL_EXPORT void vo_set_Log_file(const OdAnsiString& path);
+
+/// One line of the log in its parts, as its writer gave them.
+struct VoLogLine {
+    int level;
+    int line;
+    const char* file;
+    const char* function;
+    const char* text;
+};
+
+/// Has each line told to `listener` too, on the thread that writes it, before it goes out; null
+/// ends that. For tools; the listener must not write to the log.
+GLOBAL_EXPORT void vo_set_log_listener(void (*listener)(const VoLogLine&));

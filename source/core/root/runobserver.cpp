@@ -1,0 +1,95 @@
+#include "runobserver.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace run {
+
+namespace {
+
+std::vector<Observer*>& list() {
+    static std::vector<Observer*> only;
+    return only;
+}
+
+template <class Tell>
+void tellAll(Tell&& tell) {
+    for (Observer* observer : list()) {
+        tell(*observer);
+    }
+}
+
+// Set while there are observers, so that who isn't looked at does nothing else.
+bool observed = false;
+
+}  // namespace
+
+void addObserver(Observer& observer) {
+    list().push_back(&observer);
+    observed = true;
+}
+
+void removeObserver(Observer& observer) {
+    std::erase(list(), &observer);
+    observed = !list().empty();
+}
+
+bool isObserved() {
+    return observed;
+}
+
+const std::vector<Observer*>& observers() {
+    return list();
+}
+
+Span::Span(SpanKind kind, const char* name) {
+    if (observed) {
+        begin(kind, name);
+    }
+}
+
+Span::Span(SpanKind kind, const OdString& name) {
+    if (observed) {
+        begin(kind, OdStringToUtf8String(name));
+    }
+}
+
+void Span::begin(SpanKind kind, const OdAnsiString& name) {
+    isOpen = true;
+    exceptionsBefore = std::uncaught_exceptions();
+    tellAll([&](Observer& observer) { observer.spanBegan(kind, name); });
+}
+
+Span::~Span() {
+    if (isOpen) {
+        const bool raised = std::uncaught_exceptions() > exceptionsBefore;
+        tellAll([raised](Observer& observer) { observer.spanEnded(raised); });
+    }
+}
+
+OdRxModulePtr moduleAnswered(const OdString& asked, OdRxModulePtr module) {
+    tellAll([&](Observer& observer) { observer.moduleAnswered(asked, module.get()); });
+    return module;
+}
+
+void settingsTaken(const VoJsonPtr& settings, bool fromUserFile) {
+    if (!observed || !settings) {
+        return;
+    }
+    for (int index = 0; index < settings->propertyCount(); ++index) {
+        OdAnsiString key;
+        settings->propertyAt(index, key);
+        tellAll([&](Observer& observer) { observer.settingTaken(key, fromUserFile); });
+    }
+}
+
+OdString placeTried(const char* place, OdString found) {
+    return observed ? placeTried(OdAnsiString(place), std::move(found)) : found;
+}
+
+OdString placeTried(const OdAnsiString& place, OdString found) {
+    tellAll([&](Observer& observer) { observer.placeTried(place, found); });
+    return found;
+}
+
+}  // namespace run
