@@ -1,0 +1,222 @@
+#include "bootrun.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include <core/vemo_root.h>
+#include <core/vocommandline.h>
+#include <core/voexports.h>
+#include <utils/paths.h>
+
+#include "scratchfolder.h"
+#include "voappservice.h"
+#include "xdgpaths.h"
+
+namespace inspect {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string absolute(const std::string& path) {
+    return fs::absolute(path).lexically_normal().string();
+}
+
+// While it lives, what is printed goes to standard error: standard output is the answer's.
+class OutputAside {
+  public:
+    OutputAside() {
+        flush();
+        kept = dup(STDOUT_FILENO);
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+    }
+    ~OutputAside() {
+        flush();
+        dup2(kept, STDOUT_FILENO);
+        close(kept);
+    }
+    OutputAside(const OutputAside&) = delete;
+    OutputAside& operator=(const OutputAside&) = delete;
+
+  private:
+    static void flush() {
+        std::cout.flush();
+        std::fflush(stdout);
+    }
+    int kept = -1;
+};
+
+/// The main program's part.
+class InspectedProgram : public VoMainAppCallback {
+  public:
+    InspectedProgram(const BootFolders& given, const std::string& appDataFolder)
+        : folders(given), appData(appDataFolder) {}
+
+    void initialize() override {
+        // The usage text, which ends the process before this, belongs to standard output.
+        aside.emplace();
+        const OdAnsiString beside =
+            voutCombinePath(vo_runtime_config("ExeRootPath")->strValue(), "modules");
+        odrxDynamicLinker()->addModuleFolder(OdUtf8StringToOdString(
+            folders.modules ? OdAnsiString(absolute(*folders.modules)) : beside));
+    }
+    void uninitialize() override {}
+    OdAnsiString queryAppDataPath() override { return appData; }
+    OdAnsiString querySysFontPath() override { return folders.systemFonts.value_or(""); }
+    OdAnsiString queryTempPath() override { return folders.temp.value_or(vemoapp::tempFolder()); }
+    OdAnsiString queryDocumentPath() override {
+        return folders.documents.value_or(vemoapp::documentFolder());
+    }
+
+    void restoreOutput() { aside.reset(); }
+
+  private:
+    BootFolders folders;
+    std::string appData;
+    std::optional<OutputAside> aside;
+};
+
+std::string textOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string wordsOf(const std::exception_ptr& fault) {
+    try {
+        std::rethrow_exception(fault);
+    } catch (const OdError& error) {
+        return OdStringToUtf8String(error.description()).str();
+    } catch (const std::exception& error) {
+        return error.what();
+    } catch (...) {
+        return "an exception of an unknown kind";
+    }
+}
+
+template <class Stage>
+void guarded(RunRecord& record, Stage&& stage) {
+    try {
+        stage();
+    } catch (...) {
+        record.error += (record.error.empty() ? "" : "; ") + wordsOf(std::current_exception());
+    }
+}
+
+// The argument of "-u" in the command line, as part of one of the words.
+struct UserFileWord {
+    std::string* word = nullptr;
+    std::size_t at = 0;
+};
+
+UserFileWord findUserFile(std::vector<std::string>& words) {
+    std::vector<char*> pointers;
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    UserFileWord found;
+    optind = 0;
+    opterr = 0;
+    const int count = static_cast<int>(words.size());
+    for (int option = 0; option != -1;) {
+        option =
+            getopt_long(count, pointers.data(), vemo::kShortOptions, vemo::kLongOptions, nullptr);
+        for (std::string& word : words) {
+            if (option == 'u' && optarg >= word.data() && optarg <= word.data() + word.size()) {
+                found = {&word, static_cast<std::size_t>(optarg - word.data())};
+            }
+        }
+    }
+    opterr = 1;
+    return found;
+}
+
+// A run may write its user file, and what it looks at must not change.
+void useCopyOfUserFile(std::vector<std::string>& words, const std::string& scratch) {
+    const fs::path inScratch = fs::path(scratch) / "user.json";
+    fs::path source = fs::path(vemoapp::configHome()) / "vemocad" / "user.json";
+    if (const UserFileWord named = findUserFile(words); named.word) {
+        const std::string path = named.word->substr(named.at);
+        // A path with variables is read by the run, in which they lead to its own folders.
+        if (path.find('%') != std::string::npos) {
+            return;
+        }
+        source = path;
+        named.word->replace(named.at, std::string::npos, inScratch.string());
+    }
+    std::error_code missing;
+    fs::copy_file(source, inScratch, missing);
+}
+
+void useSystemFonts(const BootFolders& folders) {
+    OdStringArray list;
+    if (folders.systemFonts) {
+        list.append(OdUtf8StringToOdString(absolute(*folders.systemFonts)));
+    }
+    odSetSystemFontFolders(list);
+}
+
+}  // namespace
+
+OptionTable bootOptions() {
+    return {.flags = {"--json"},
+            .values = {"--appdata", "--documents", "--temp", "--sysfonts", "--modules"}};
+}
+
+BootFolders bootFolders(const Arguments& arguments) {
+    return {.appData = arguments.value("--appdata"),
+            .documents = arguments.value("--documents"),
+            .temp = arguments.value("--temp"),
+            .systemFonts = arguments.value("--sysfonts"),
+            .modules = arguments.value("--modules")};
+}
+
+RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>& commandLine,
+                      const std::function<void(RunRecorder&)>& whenUp) {
+    if (commandLine.empty()) {
+        throw UsageError("The command line of the run is missing: -- ARGV0 [ARG...]");
+    }
+    std::vector<std::string> words = commandLine;
+    std::optional<ScratchFolder> scratch;
+    std::string appData = folders.appData ? absolute(*folders.appData) : "";
+    if (!folders.appData) {
+        scratch.emplace();
+        appData = scratch->path();
+        useCopyOfUserFile(words, appData);
+    }
+    useSystemFonts(folders);
+
+    std::vector<char*> pointers;
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+
+    RunRecord record;
+    InspectedProgram program(folders, appData);
+    std::string userFile;
+    {
+        RunRecorder recorder(record);
+        guarded(record, [&] {
+            record.result = vemo_root(pointers.data(), static_cast<int>(words.size()), &program);
+        });
+        recorder.takeState();
+        userFile = vosiutEvaluatePath(OdAnsiString(record.userPath), vo_sys_config("")).str();
+        if (record.result && whenUp) {
+            guarded(record, [&] { whenUp(recorder); });
+        }
+        if (g_appService) {
+            guarded(record, [&] { vemo_exit(&program); });
+        }
+    }
+    program.restoreOutput();
+    record.userFile = textOf(userFile);
+    return record;
+}
+
+}  // namespace inspect

@@ -1,0 +1,207 @@
+#include "runrecorder.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+
+#include <global/log.h>
+
+#include "core/voexports.h"
+#include "jsontext.h"
+#include "objectorigin.h"
+#include "treehelpers.h"
+#include "voappservice.h"
+
+namespace inspect {
+
+namespace {
+
+// The step of vemo_exit at which every module is gone and the services are about to go.
+constexpr const char* kLastStep = "services";
+
+RunRecord* recordOfLog = nullptr;
+
+void takeLogLine(const VoLogLine& line) {
+    const char* unit = line.file ? line.file : "";
+    const char* slash = std::strrchr(unit, '/');
+    recordOfLog->log.push_back({line.level, slash ? slash + 1 : unit, line.line,
+                                line.function ? line.function : "", line.text ? line.text : ""});
+}
+
+std::string utf8(const OdString& text) {
+    return OdStringToUtf8String(text).str();
+}
+
+// Told at once: folders of the run may be gone after it.
+std::string whyPassedOver(const std::string& place, const OdString& found) {
+    if (!found.isEmpty()) {
+        return "found";
+    }
+    // Folders hold a separator, rules are words.
+    if (place.find('/') == std::string::npos) {
+        return "nothing there";
+    }
+    return std::filesystem::is_directory(place) ? "no such file in it" : "the folder isn't there";
+}
+
+/// The members of an object but one, as a new object.
+VoJsonPtr without(const VoJsonPtr& object, const char* left) {
+    VoJsonPtr rest = tree::newObject();
+    for (int index = 0; index < object->propertyCount(); ++index) {
+        OdAnsiString key;
+        const VoJsonPtr member = object->propertyAt(index, key);
+        if (!(key == left)) {
+            rest->set_propertyJ(key, member);
+        }
+    }
+    return rest;
+}
+
+// "Fonts" is made anew at each reading, has nothing of the run in it and is long.
+std::string treeWithoutFonts(const VoJsonPtr& root) {
+    if (!root) {
+        return "null";
+    }
+    const VoJsonPtr copy = without(root, "Runtime");
+    if (const VoJsonPtr runtime = root->getProperty("Runtime")) {
+        copy->set_propertyJ("Runtime",
+                            tree::isObject(runtime) ? without(runtime, "Fonts") : runtime);
+    }
+    return jsonOf(copy);
+}
+
+}  // namespace
+
+RunRecorder::RunRecorder(RunRecord& target) : record(target) {
+    recordOfLog = &record;
+    vo_set_log_listener(takeLogLine);
+    run::addObserver(*this);
+}
+
+RunRecorder::~RunRecorder() {
+    run::removeObserver(*this);
+    vo_set_log_listener(nullptr);
+    recordOfLog = nullptr;
+}
+
+void RunRecorder::takeState() {
+    record.tree = treeWithoutFonts(vo_sys_config(""));
+    if (!g_appService) {
+        return;
+    }
+    service = g_appService;
+    record.systemPath = service->systemConfigPath().str();
+    record.userPath = service->userFilePath().str();
+    record.userTree = jsonOf(service->userTree());
+    if (const VoJsonPtr settings = vo_sys_config("User"); tree::isObject(settings)) {
+        for (int index = 0; index < settings->propertyCount(); ++index) {
+            OdAnsiString key;
+            settings->propertyAt(index, key);
+            // What a module or the library itself added is in neither file.
+            record.origin.emplace(key.str(), "run");
+        }
+    }
+    const OdRxDictionaryPtr dictionary = service->arbitraryDictionary();
+    if (dictionary.isNull()) {
+        return;
+    }
+    const OdStringArray keys = dictionary->keys();
+    for (const OdString& key : keys) {
+        const OdRxObjectPtr object = dictionary->getAt(key);
+        record.services.push_back({utf8(key), classOf(*object), fileOf(*object)});
+    }
+}
+
+void RunRecorder::spanBegan(run::SpanKind kind, const OdAnsiString& name) {
+    if (kind == run::SpanKind::kModuleLoad) {
+        record.modules.emplace_back().asked = name.str();
+    } else if (service && name == kLastStep) {
+        takeServicesLeft();
+    }
+    OpenSpan span{kind, {}, Clock::now()};
+    span.step.name = (kind == run::SpanKind::kModuleEnd ? "end of " : "") + name.str();
+    open.push_back(std::move(span));
+}
+
+void RunRecorder::spanEnded(bool raised) {
+    if (open.empty()) {
+        return;
+    }
+    OpenSpan span = std::move(open.back());
+    open.pop_back();
+    span.step.milliseconds =
+        std::chrono::duration<double, std::milli>(Clock::now() - span.began).count();
+    span.step.raised = raised;
+    if (span.kind == run::SpanKind::kModuleLoad) {
+        // A load within a load has a record of its own behind this one.
+        const auto module =
+            std::find_if(record.modules.rbegin(), record.modules.rend(),
+                         [&](const ModuleRecord& other) { return other.asked == span.step.name; });
+        module->milliseconds = span.step.milliseconds;
+        if (!module->loaded) {
+            takeFailure(*module);
+        }
+        if (!open.empty()) {
+            open.back().step.did.push_back((module->loaded ? "loaded " : "couldn't load ") +
+                                           module->asked);
+        }
+        return;
+    }
+    (open.empty() ? record.steps : open.back().step.steps).push_back(std::move(span.step));
+}
+
+void RunRecorder::noted(const OdAnsiString& text) {
+    if (!open.empty()) {
+        open.back().step.did.push_back(text.str());
+    }
+}
+
+void RunRecorder::moduleAnswered(const OdString& asked, OdRxModule* module) {
+    const std::string name = utf8(asked);
+    const auto found = std::find_if(record.modules.rbegin(), record.modules.rend(),
+                                    [&](const ModuleRecord& other) { return other.asked == name; });
+    if (module && found != record.modules.rend()) {
+        found->loaded = true;
+        found->file = fileOf(*module);
+    }
+}
+
+// The linker keeps the words of whoever failed: the system's loader, or the module itself.
+void RunRecorder::takeFailure(ModuleRecord& module) {
+    const OdArray<OdRxModuleFailure> failures = odrxDynamicLinker()->failures();
+    for (const OdRxModuleFailure& failure : failures) {
+        const std::string name = utf8(failure.moduleName);
+        if (module.asked == name || module.asked.ends_with("/" + name)) {
+            module.reason = utf8(failure.reason);
+        }
+    }
+}
+
+void RunRecorder::settingTaken(const OdAnsiString& key, bool fromUserFile) {
+    record.origin[key.str()] = fromUserFile ? "user file" : "system file";
+}
+
+void RunRecorder::placeTried(const OdAnsiString& place, const OdString& found) {
+    if (tried) {
+        tried->push_back({place.str(), utf8(found), whyPassedOver(place.str(), found)});
+    }
+}
+
+void RunRecorder::takeServicesLeft() {
+    const OdRxDictionaryPtr dictionary = service->arbitraryDictionary();
+    if (dictionary.isNull()) {
+        return;
+    }
+    const OdStringArray keys = dictionary->keys();
+    for (const OdString& key : keys) {
+        const std::string file = fileOf(*dictionary->getAt(key));
+        for (ModuleRecord& module : record.modules) {
+            if (module.loaded && module.file == file) {
+                module.left.push_back(utf8(key));
+                break;
+            }
+        }
+    }
+}
+
+}  // namespace inspect
