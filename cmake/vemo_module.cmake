@@ -1,13 +1,21 @@
 # vemo_add_module(NAME SOURCES file... [LIBRARIES target...])
 #
-# One module of an application: the shared object libNAME.so in VEMO_MODULE_DIRECTORY, which the
-# dynamic linker loads by name. Nothing of it is visible but its entry.
+# One module of an application: the shared object libNAME.so, which the dynamic linker loads by name.
+# Nothing of it is visible but its entry, and every name that it uses has to be defined by what it is
+# linked with. A module without an entry is refused when it is built, not when it is loaded.
+#
+# The project and those who use its package include this same file.
 function(vemo_add_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
   add_library(${name} MODULE ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE vemo_options vemo_root ${arg_LIBRARIES})
+  target_link_libraries(${name} PRIVATE Vemo::root ${arg_LIBRARIES})
+  target_link_options(${name} PRIVATE -Wl,-z,defs)
   set_target_properties(${name} PROPERTIES
     PREFIX lib
     SUFFIX .so
-    LIBRARY_OUTPUT_DIRECTORY ${VEMO_MODULE_DIRECTORY})
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  add_custom_command(TARGET ${name} POST_BUILD VERBATIM
+    COMMAND ${CMAKE_COMMAND} -D MODULE=$<TARGET_FILE:${name}> -D NM=${CMAKE_NM}
+      -P ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/vemo_check_module.cmake)
 endfunction()
