@@ -91,7 +91,7 @@ install(FILES ${PROJECT_BINARY_DIR}/install/vemo_root.pc
 # ---- pages ----
 
 set(authors_pages ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvemo-root-dev)
-install(FILES CHANGELOG.md docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md
+install(FILES CHANGELOG.md docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md docs/guides/module.md docs/guides/promises.md
   DESTINATION ${authors_pages} COMPONENT development)
 install(DIRECTORY tests/kit/consumer/ DESTINATION ${authors_pages}/example
   COMPONENT development USE_SOURCE_PERMISSIONS)

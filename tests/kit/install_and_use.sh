@@ -99,6 +99,13 @@ run_application() {
     ! grep -F 'missing  lib' "$scratch/output" || fail "vemocad lacks modules"
 }
 
+# A guide, by somebody who has the kit and an empty folder.
+follow_guide() {
+    mkdir "$scratch/guide"
+    (cd "$scratch/guide" && PATH=$kit/bin:$PATH CMAKE_PREFIX_PATH=$kit CXX=$compiler \
+        quietly python3 "$here/follow_guide.py" "$here/../../docs/guides/$1.md")
+}
+
 install_and_move
 use_all_headers
 use_by_cmake
@@ -114,3 +121,4 @@ ODRX_DEFINE_DYNAMIC_MODULE(M)
 void elsewhere();
 void* used() { elsewhere(); return nullptr; }" '' 'elsewhere()'
 run_application
+follow_guide module
