@@ -79,6 +79,7 @@ install(FILES
   ${PROJECT_BINARY_DIR}/install/VemoRootConfigVersion.cmake
   ${PROJECT_SOURCE_DIR}/cmake/vemo_module.cmake
   ${PROJECT_SOURCE_DIR}/cmake/vemo_check_module.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/vemo_module_stamp.cpp
   DESTINATION ${VEMO_INSTALL_PACKAGE} COMPONENT development)
 
 file(RELATIVE_PATH prefix_from_pc /${VEMO_INSTALL_PKGCONFIG} /)

@@ -18,4 +18,24 @@ function(vemo_add_module name)
   add_custom_command(TARGET ${name} POST_BUILD VERBATIM
     COMMAND ${CMAKE_COMMAND} -D MODULE=$<TARGET_FILE:${name}> -D NM=${CMAKE_NM}
       -P ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/vemo_check_module.cmake)
+  vemo_stamp_module(${name})
+endfunction()
+
+# Whoever includes this file has set the version of the interfaces, as MAJOR.MINOR. It is kept for
+# the whole build: the functions may be called where the variable isn't seen.
+if(NOT VEMO_INTERFACE_VERSION MATCHES "^[0-9]+\\.[0-9]+$")
+  message(FATAL_ERROR "VEMO_INTERFACE_VERSION is \"${VEMO_INTERFACE_VERSION}\", not MAJOR.MINOR")
+endif()
+set_property(GLOBAL PROPERTY VEMO_INTERFACE_VERSION ${VEMO_INTERFACE_VERSION})
+
+# vemo_stamp_module(TARGET)
+#
+# Puts the version of the interfaces into a module, where the dynamic linker reads it before the
+# module's code runs.
+function(vemo_stamp_module target)
+  get_property(version GLOBAL PROPERTY VEMO_INTERFACE_VERSION)
+  string(REGEX MATCH "^([0-9]+)\\.([0-9]+)$" version ${version})
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/vemo_module_stamp.cpp)
+  target_compile_definitions(${target} PRIVATE
+    VEMO_STAMP_MAJOR=${CMAKE_MATCH_1} VEMO_STAMP_MINOR=${CMAKE_MATCH_2})
 endfunction()

@@ -29,6 +29,9 @@ constexpr Subcommand kSubcommands[] = {
      "[--json] [--hint N] [--drawing FILE] (NAME | --typeface NAME [--bold] [--italic]) "
      "[--appdata DIR] ... -- ARGV0 [ARG...]",
      "where a file is found, and where it was looked for", inspect::inspectFind},
+    {"module", "[--json] FILE...",
+     "whether files would load as modules here, without running any of their code",
+     inspect::inspectModules},
 };
 
 void showUsage(std::ostream& out) {

@@ -20,5 +20,6 @@ int inspectMessages(const std::vector<std::string>& words);
 int inspectLanguages(const std::vector<std::string>& words);
 int inspectBoot(const std::vector<std::string>& words);
 int inspectFind(const std::vector<std::string>& words);
+int inspectModules(const std::vector<std::string>& words);
 
 }  // namespace inspect

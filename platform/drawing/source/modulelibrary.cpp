@@ -8,6 +8,8 @@
 #include <map>
 #include <system_error>
 
+#include "moduleversion.h"
+
 namespace {
 
 OdString loaderWords() {
@@ -15,10 +17,28 @@ OdString loaderWords() {
     return OdUtf8StringToOdString(words ? words : "no reason given");
 }
 
+std::map<void*, OdRxModuleLibrary>& records() {
+    static auto* const all = new std::map<void*, OdRxModuleLibrary>;
+    return *all;
+}
+
 OdRxModuleLibrary* recordOf(void* handle, const OdString& fileName) {
-    static auto* const records = new std::map<void*, OdRxModuleLibrary>;
-    return &records->try_emplace(handle, OdRxModuleLibrary{handle, bareFileName(fileName)})
+    return &records()
+                .try_emplace(handle, OdRxModuleLibrary{handle, bareFileName(fileName)})
                 .first->second;
+}
+
+// A library that was taken once stays taken, whatever stands in its file's place by now.
+OdRxModuleLibrary* openedBefore(const OdAnsiString& name) {
+    void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+    const auto found = handle ? records().find(handle) : records().end();
+    return found == records().end() ? nullptr : &found->second;
+}
+
+OdString fileOfLibrary(void* handle) {
+    link_map* map = nullptr;
+    const bool known = dlinfo(handle, RTLD_DI_LINKMAP, &map) == 0;
+    return known ? OdUtf8StringToOdString(map->l_name) : OdString();
 }
 
 bool isThere(const OdAnsiString& path) {
@@ -54,13 +74,25 @@ LibraryOpening openModuleLibrary(const OdString& fileName) {
         return {nullptr, false, L"no file name"};
     }
     const OdAnsiString name = OdStringToUtf8String(fileName);
-    if (void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL)) {
-        return {recordOf(handle, fileName), true, OdString()};
+    if (OdRxModuleLibrary* library = openedBefore(name)) {
+        return {library, true, OdString()};
     }
-    const OdString reason = loaderWords();
     const bool isPath = fileName.find(L'/') >= 0;
-    const bool found = isPath ? isThere(name) : !namesMissingFile(reason, fileName);
-    return {nullptr, found, reason};
+    if (const OdString refusal = isPath ? moduleRefusal(fileName) : OdString();
+        !refusal.isEmpty()) {
+        return {nullptr, true, refusal};
+    }
+    void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+    if (!handle) {
+        const OdString reason = loaderWords();
+        const bool found = isPath ? isThere(name) : !namesMissingFile(reason, fileName);
+        return {nullptr, found, reason};
+    }
+    if (const OdString refusal = isPath ? OdString() : moduleRefusal(fileOfLibrary(handle));
+        !refusal.isEmpty()) {
+        return {nullptr, true, refusal};
+    }
+    return {recordOf(handle, fileName), true, OdString()};
 }
 
 OdRxModuleEntry moduleEntryOf(const OdRxModuleLibrary& library, OdString& reason) {

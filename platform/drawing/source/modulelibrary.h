@@ -16,11 +16,13 @@ struct LibraryOpening {
     OdRxModuleLibrary* library = nullptr;
     /// Whether there is such a file; true with a null library for one that can't be loaded.
     bool found = false;
-    /// The system loader's words when there is no library.
+    /// When there is no library: what its file has against it, or the system loader's words.
     OdString reason;
 };
 
-/// Opens a file by its path, or, for a bare name, wherever the system's loader looks.
+/// Opens a file by its path, or, for a bare name, wherever the system's loader looks. A file
+/// is checked (moduleRefusal) before it is opened; where the loader alone
+/// knows which file a name stands for, that is only afterwards, when the library is mapped.
 LibraryOpening openModuleLibrary(const OdString& fileName);
 
 /// The library's module entry; null, with the reason, when the library itself has none.

@@ -18,6 +18,7 @@
 #include "drawing/rxdictionary.h"
 #include "drawing/rxdynamiclinker.h"
 #include "drawing/rxmodule.h"
+#include "drawing/rxmodulefile.h"
 #include "drawing/rxobject.h"
 #include "drawing/rxobjectimpl.h"
 #include "drawing/rxsystemservices.h"

@@ -1,5 +1,13 @@
 // The dynamic linker: finds, loads and unloads modules, and keeps every module that it loaded.
 //
+// A module that carries a stamp (drawing/rxmodulefile.h) is taken when it was built against the
+// runtime's own interfaces or older ones of the same major number. Otherwise it is a file that
+// can't be loaded, and none of its code runs. Three things aren't held to that: a file without a
+// stamp; a file that is found by its bare name in the system's places and not in the linker's
+// folders, which is refused too, but after the code that it runs when it is mapped; and the
+// libraries that a module needs. A file that ends before what is to be loaded of it is refused too,
+// since mapping it would end the process.
+//
 // Libraries stay mapped after their module is unloaded: objects that the module left behind, in a
 // dictionary for instance, are released later and must find their code.
 #pragma once
