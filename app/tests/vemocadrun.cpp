@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -60,11 +61,13 @@ std::string readFile(const fs::path& file) {
     return text.str();
 }
 
-VemocadRun::VemocadRun() : application(builtApplication()) {
+VemocadRun::VemocadRun(std::string programName)
+    : program(std::move(programName)), application(builtApplication()) {
     std::string name = (fs::temp_directory_path() / "vemocad-test-XXXXXX").string();
     folder = mkdtemp(name.data());
     configHome = path("config");
     fs::create_directory(path("home"));
+    fs::create_directory(path("tmp"));
 }
 
 VemocadRun::~VemocadRun() {
@@ -81,9 +84,9 @@ void VemocadRun::copyApplication() {
 }
 
 void VemocadRun::execute(const std::vector<std::string>& arguments) const {
-    const std::string executable = (application / "vemocad").string();
+    const std::string executable = (application / program).string();
     std::vector<std::string> words = arguments;
-    words.insert(words.begin(), "vemocad");
+    words.insert(words.begin(), program);
     std::vector<char*> pointers;
     pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
@@ -92,6 +95,7 @@ void VemocadRun::execute(const std::vector<std::string>& arguments) const {
     pointers.push_back(nullptr);
     setenv("LC_ALL", "C.UTF-8", 1);
     setenv("HOME", path("home").c_str(), 1);
+    setenv("TMPDIR", path("tmp").c_str(), 1);
     setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
     setenv("XDG_DATA_DIRS", path("share").c_str(), 1);
     unsetenv("XDG_DATA_HOME");

@@ -1,4 +1,4 @@
-// Runs the built vemocad as a person would, in folders of its own.
+// Runs the built vemocad, or another built program, as a person would, in folders of its own.
 #pragma once
 
 #include <filesystem>
@@ -23,16 +23,17 @@ struct TerminalStep {
     std::string answer;
 };
 
-/// A scratch folder with a home and a configuration home, gone at the end. The system's fonts are
-/// those in its "share/fonts". The executable stands in the build folder beside the test's own.
+/// A scratch folder with a home, a configuration home and a temporary folder "tmp", gone at the
+/// end. The system's fonts are those in its "share/fonts". The executable stands in the build
+/// folder beside the test's own.
 class VemocadRun {
   public:
-    VemocadRun();
+    explicit VemocadRun(std::string programName = "vemocad");
     ~VemocadRun();
     VemocadRun(const VemocadRun&) = delete;
     VemocadRun& operator=(const VemocadRun&) = delete;
 
-    /// Starts vemocad in the scratch folder and waits for its end.
+    /// Starts the program in the scratch folder and waits for its end.
     RunResult run(const std::vector<std::string>& arguments, const std::string& input = "") const;
 
     /// The same on a terminal: types each answer when its prompt has come, and gives up on one that
@@ -56,9 +57,10 @@ class VemocadRun {
     static std::filesystem::path builtApplication();
 
   private:
-    /// Becomes vemocad; for the child of a fork.
+    /// Becomes the program; for the child of a fork.
     [[noreturn]] void execute(const std::vector<std::string>& arguments) const;
 
+    std::string program;
     std::filesystem::path folder;
     std::filesystem::path application;
     std::string configHome;

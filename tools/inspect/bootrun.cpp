@@ -14,6 +14,7 @@
 #include <utils/paths.h>
 
 #include "scratchfolder.h"
+#include "treehelpers.h"
 #include "voappservice.h"
 #include "xdgpaths.h"
 
@@ -107,6 +108,10 @@ void guarded(RunRecord& record, Stage&& stage) {
     }
 }
 
+fs::path ownAppData() {
+    return fs::path(vemoapp::configHome()) / "vemocad";
+}
+
 // The argument of "-u" in the command line, as part of one of the words.
 struct UserFileWord {
     std::string* word = nullptr;
@@ -115,6 +120,7 @@ struct UserFileWord {
 
 UserFileWord findUserFile(std::vector<std::string>& words) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }
@@ -136,17 +142,34 @@ UserFileWord findUserFile(std::vector<std::string>& words) {
     return found;
 }
 
+// The path that a run makes of the one in its command line, with the user's own folders for its
+// variables.
+std::string evaluated(const std::string& path, const std::string& executable,
+                      InspectedProgram& program) {
+    if (path.find("%LANGUAGE%") != std::string::npos) {
+        throw Failure("Only the run knows its language: name the user file without %LANGUAGE%.");
+    }
+    const VoJsonPtr runtime = tree::newObject();
+    const auto set = [&](const char* key, const OdAnsiString& folder) {
+        runtime->set_propertys(key, folder, false);
+    };
+    set("ExeRootPath", fs::path(executable).parent_path().string());
+    set("AppDataPath", ownAppData().string());
+    set("DocumentPath", program.queryDocumentPath());
+    set("TempPath", program.queryTempPath());
+    set("SysFontPath", program.querySysFontPath());
+    const VoJsonPtr root = tree::newObject();
+    root->set_propertyJ("Runtime", runtime);
+    return vosiutEvaluatePath(OdAnsiString(path), root).str();
+}
+
 // A run may write its user file, and what it looks at must not change.
-void useCopyOfUserFile(std::vector<std::string>& words, const std::string& scratch) {
+void useCopyOfUserFile(std::vector<std::string>& words, const std::string& scratch,
+                       InspectedProgram& program) {
     const fs::path inScratch = fs::path(scratch) / "user.json";
-    fs::path source = fs::path(vemoapp::configHome()) / "vemocad" / "user.json";
+    fs::path source = ownAppData() / "user.json";
     if (const UserFileWord named = findUserFile(words); named.word) {
-        const std::string path = named.word->substr(named.at);
-        // A path with variables is read by the run, in which they lead to its own folders.
-        if (path.find('%') != std::string::npos) {
-            return;
-        }
-        source = path;
+        source = evaluated(named.word->substr(named.at), words.front(), program);
         named.word->replace(named.at, std::string::npos, inScratch.string());
     }
     std::error_code missing;
@@ -182,23 +205,25 @@ RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>
         throw UsageError("The command line of the run is missing: -- ARGV0 [ARG...]");
     }
     std::vector<std::string> words = commandLine;
-    std::optional<ScratchFolder> scratch;
-    std::string appData = folders.appData ? absolute(*folders.appData) : "";
+    // A command line that asks for the usage text ends the process, and the folder goes then too.
+    static std::optional<ScratchFolder> scratch;
     if (!folders.appData) {
         scratch.emplace();
-        appData = scratch->path();
-        useCopyOfUserFile(words, appData);
+    }
+    InspectedProgram program(folders, scratch ? scratch->path() : absolute(*folders.appData));
+    if (scratch) {
+        useCopyOfUserFile(words, scratch->path(), program);
     }
     useSystemFonts(folders);
 
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
 
     RunRecord record;
-    InspectedProgram program(folders, appData);
     std::string userFile;
     {
         RunRecorder recorder(record);

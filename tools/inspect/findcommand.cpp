@@ -120,6 +120,10 @@ int inspectFind(const std::vector<std::string>& words) {
     } else {
         printText(answer);
     }
+    std::cout.flush();
+    if (!run.error.empty()) {
+        throw Failure(run.error);
+    }
     return 0;
 }
 

@@ -93,14 +93,7 @@ void RunRecorder::takeState() {
     record.systemPath = service->systemConfigPath().str();
     record.userPath = service->userFilePath().str();
     record.userTree = jsonOf(service->userTree());
-    if (const VoJsonPtr settings = vo_sys_config("User"); tree::isObject(settings)) {
-        for (int index = 0; index < settings->propertyCount(); ++index) {
-            OdAnsiString key;
-            settings->propertyAt(index, key);
-            // What a module or the library itself added is in neither file.
-            record.origin.emplace(key.str(), "run");
-        }
-    }
+    takeOrigin();
     const OdRxDictionaryPtr dictionary = service->arbitraryDictionary();
     if (dictionary.isNull()) {
         return;
@@ -109,6 +102,23 @@ void RunRecorder::takeState() {
     for (const OdString& key : keys) {
         const OdRxObjectPtr object = dictionary->getAt(key);
         record.services.push_back({utf8(key), classOf(*object), fileOf(*object)});
+    }
+}
+
+void RunRecorder::takeOrigin() {
+    const std::map<std::string, std::string> told = std::move(record.origin);
+    record.origin.clear();
+    const VoJsonPtr settings = vo_sys_config("User");
+    if (!tree::isObject(settings)) {
+        return;
+    }
+    // What was taken from a file may have been replaced since, and what a module or the library
+    // itself added is in neither file.
+    for (int index = 0; index < settings->propertyCount(); ++index) {
+        OdAnsiString key;
+        settings->propertyAt(index, key);
+        const auto source = told.find(key.str());
+        record.origin[key.str()] = source == told.end() ? "run" : source->second;
     }
 }
 

@@ -39,6 +39,7 @@ class RunRecorder : public run::Observer {
         Clock::time_point began;
     };
 
+    void takeOrigin();
     void takeFailure(ModuleRecord& module);
     void takeServicesLeft();
 
