@@ -224,6 +224,7 @@ RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>
     pointers.push_back(nullptr);
 
     RunRecord record;
+    record.commandLine = commandLine;
     std::string userFile;
     {
         RunRecorder recorder(record);

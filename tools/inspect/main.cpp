@@ -25,6 +25,10 @@ constexpr Subcommand kSubcommands[] = {
      "[--json] [--appdata DIR] [--documents DIR] [--temp DIR] [--sysfonts DIR] [--modules DIR] "
      "-- ARGV0 [ARG...]",
      "a whole life of the library with that command line", inspect::inspectBoot},
+    {"report",
+     "[--appdata DIR] [--documents DIR] [--temp DIR] [--sysfonts DIR] [--modules DIR] "
+     "-- ARGV0 [ARG...]",
+     "the same as a page for a support ticket", inspect::inspectReport},
     {"find",
      "[--json] [--hint N] [--drawing FILE] (NAME | --typeface NAME [--bold] [--italic]) "
      "[--appdata DIR] ... -- ARGV0 [ARG...]",

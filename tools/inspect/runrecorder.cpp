@@ -9,6 +9,7 @@
 #include "core/voexports.h"
 #include "jsontext.h"
 #include "objectorigin.h"
+#include "runstate.h"
 #include "treehelpers.h"
 #include "voappservice.h"
 
@@ -84,16 +85,32 @@ RunRecorder::~RunRecorder() {
     recordOfLog = nullptr;
 }
 
+double RunRecorder::sinceStart(Clock::time_point time) const {
+    return std::chrono::duration<double, std::milli>(time - start).count();
+}
+
 void RunRecorder::takeState() {
+    record.startedAfter = sinceStart(Clock::now());
     record.tree = treeWithoutFonts(vo_sys_config(""));
     if (!g_appService) {
         return;
     }
     service = g_appService;
+    takeConfiguration();
+    record.paths = pathListsOf(vo_runtime_config("paths"));
+    record.fonts = fontListsOf(vo_runtime_config("Fonts"));
+    takeServices();
+}
+
+void RunRecorder::takeConfiguration() {
     record.systemPath = service->systemConfigPath().str();
     record.userPath = service->userFilePath().str();
     record.userTree = jsonOf(service->userTree());
+    record.core = jsonOf(vo_sys_config("Core"));
     takeOrigin();
+}
+
+void RunRecorder::takeServices() {
     const OdRxDictionaryPtr dictionary = service->arbitraryDictionary();
     if (dictionary.isNull()) {
         return;
@@ -116,7 +133,8 @@ void RunRecorder::takeOrigin() {
     // itself added is in neither file.
     for (int index = 0; index < settings->propertyCount(); ++index) {
         OdAnsiString key;
-        settings->propertyAt(index, key);
+        const VoJsonPtr value = settings->propertyAt(index, key);
+        record.user.push_back({key.str(), jsonOf(value)});
         const auto source = told.find(key.str());
         record.origin[key.str()] = source == told.end() ? "run" : source->second;
     }
@@ -129,6 +147,7 @@ void RunRecorder::spanBegan(run::SpanKind kind, const OdAnsiString& name) {
         takeServicesLeft();
     }
     OpenSpan span{kind, {}, Clock::now()};
+    span.step.began = sinceStart(span.began);
     span.step.name = (kind == run::SpanKind::kModuleEnd ? "end of " : "") + name.str();
     open.push_back(std::move(span));
 }
@@ -147,6 +166,7 @@ void RunRecorder::spanEnded(bool raised) {
         const auto module =
             std::find_if(record.modules.rbegin(), record.modules.rend(),
                          [&](const ModuleRecord& other) { return other.asked == span.step.name; });
+        module->began = span.step.began;
         module->milliseconds = span.step.milliseconds;
         if (!module->loaded) {
             takeFailure(*module);
@@ -195,6 +215,22 @@ void RunRecorder::placeTried(const OdAnsiString& place, const OdString& found) {
     if (tried) {
         tried->push_back({place.str(), utf8(found), whyPassedOver(place.str(), found)});
     }
+}
+
+void RunRecorder::searched(run::SearchKind kind, const OdString& wanted, int detail,
+                           const OdString& answer) {
+    const std::string as = askedAs(kind, detail);
+    if (as.empty()) {
+        return;
+    }
+    FontSearch search{utf8(wanted), as, kind == run::SearchKind::kSubstitute, utf8(answer)};
+    for (FontSearch& known : record.fontSearches) {
+        if (known.wanted == search.wanted && known.as == as && known.answer == search.answer) {
+            ++known.times;
+            return;
+        }
+    }
+    record.fontSearches.push_back(std::move(search));
 }
 
 void RunRecorder::takeServicesLeft() {

@@ -29,6 +29,8 @@ class RunRecorder : public run::Observer {
     void moduleAnswered(const OdString& asked, OdRxModule* module) override;
     void settingTaken(const OdAnsiString& key, bool fromUserFile) override;
     void placeTried(const OdAnsiString& place, const OdString& found) override;
+    void searched(run::SearchKind kind, const OdString& wanted, int detail,
+                  const OdString& answer) override;
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -39,11 +41,15 @@ class RunRecorder : public run::Observer {
         Clock::time_point began;
     };
 
+    double sinceStart(Clock::time_point time) const;
+    void takeConfiguration();
     void takeOrigin();
+    void takeServices();
     void takeFailure(ModuleRecord& module);
     void takeServicesLeft();
 
     RunRecord& record;
+    Clock::time_point start = Clock::now();
     std::vector<OpenSpan> open;
     // Outlives the runtime, and with it the dictionary of services.
     VoAppService* service = nullptr;

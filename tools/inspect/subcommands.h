@@ -19,6 +19,7 @@ int inspectFonts(const std::vector<std::string>& words);
 int inspectMessages(const std::vector<std::string>& words);
 int inspectLanguages(const std::vector<std::string>& words);
 int inspectBoot(const std::vector<std::string>& words);
+int inspectReport(const std::vector<std::string>& words);
 int inspectFind(const std::vector<std::string>& words);
 int inspectModules(const std::vector<std::string>& words);
 

@@ -83,6 +83,12 @@ void settingsTaken(const VoJsonPtr& settings, bool fromUserFile) {
     }
 }
 
+void settingTaken(const char* key, bool fromUserFile) {
+    if (observed) {
+        tellAll([&](Observer& observer) { observer.settingTaken(key, fromUserFile); });
+    }
+}
+
 OdString placeTried(const char* place, OdString found) {
     return observed ? placeTried(OdAnsiString(place), std::move(found)) : found;
 }
@@ -90,6 +96,13 @@ OdString placeTried(const char* place, OdString found) {
 OdString placeTried(const OdAnsiString& place, OdString found) {
     tellAll([&](Observer& observer) { observer.placeTried(place, found); });
     return found;
+}
+
+OdString searched(SearchKind kind, const OdString& wanted, int detail, OdString answer) {
+    if (observed) {
+        tellAll([&](Observer& observer) { observer.searched(kind, wanted, detail, answer); });
+    }
+    return answer;
 }
 
 }  // namespace run

@@ -1,5 +1,5 @@
 // What a run of the library does, told to whoever looks: the steps of start-up and shut-down, the
-// loading of modules, the places where files were looked for.
+// loading of modules, the places where files were looked for, what was asked for.
 //
 // Nobody looks unless a program that carries the library's objects adds an observer, or the
 // environment asks for a trace; a test of one pointer is then all that a call here costs. Used on
@@ -15,6 +15,13 @@
 namespace run {
 
 enum class SpanKind { kStep, kModuleLoad, kModuleEnd };
+
+/// What the drawing runtime asks the host's file services for.
+enum class SearchKind {
+    kFile,       // by name; the detail is the FindFileHint
+    kFace,       // by typeface; the detail is the style flags of OdTtfDescriptor
+    kSubstitute  // for a missing font; the detail is the OdFontType
+};
 
 class Observer {
   public:
@@ -34,6 +41,10 @@ class Observer {
     /// A file was looked for at a place: a folder, a list or a rule in words. `found` is empty when
     /// it wasn't there.
     virtual void placeTried(const OdAnsiString& /*place*/, const OdString& /*found*/) {}
+    /// The end of a search: what was asked for, and the answer, empty when there is none. Searches
+    /// that one of the host's services makes for another aren't told.
+    virtual void searched(SearchKind /*kind*/, const OdString& /*wanted*/, int /*detail*/,
+                          const OdString& /*answer*/) {}
 };
 
 /// Observers hear everything in the order in which they were added.
@@ -76,9 +87,12 @@ OdRxModulePtr moduleAnswered(const OdString& asked, OdRxModulePtr module);
 /// Whether something was found, told to the observers on its way.
 OdString placeTried(const char* place, OdString found);
 OdString placeTried(const OdAnsiString& place, OdString found);
+/// The answer of a search, told to the observers on its way.
+OdString searched(SearchKind kind, const OdString& wanted, int detail, OdString answer);
 
 /// The members of an object of settings, where they come from.
 void settingsTaken(const VoJsonPtr& settings, bool fromUserFile);
+void settingTaken(const char* key, bool fromUserFile);
 
 /// A note for the innermost span; the text is made only when somebody looks.
 template <class MakeText>

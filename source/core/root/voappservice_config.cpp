@@ -173,18 +173,16 @@ void VoAppService::mergeUserConfig() {
         run::settingsTaken(systemBranch, false);
         return;
     }
-    const VoJsonPtr ofUserFile = run::isObserved() ? userConfig->clone() : VoJsonPtr();
+    run::settingsTaken(systemBranch, false);
+    run::settingsTaken(userConfig, true);
     if (user.minor != system.minor) {
         run::note([] {
-            return OdAnsiString(
-                "what the user file lacks comes from the system's User"
-                " branch");
+            return OdAnsiString("what the user file lacks comes from the system's User branch");
         });
         addMissing(userConfig, systemBranch);
         userConfig->SetDataI("version", tree::integerPropertyOr(systemBranch, "version", 0));
-        run::settingsTaken(systemBranch, false);
+        run::settingTaken("version", false);
     }
-    run::settingsTaken(ofUserFile, true);
     sysConfig->set_propertyJ("User", userConfig);
 }
 

@@ -5,6 +5,7 @@
 #include "core/voservicekeys.h"
 #include "core/vosifindfontsvr.h"
 #include "rootservices.h"
+#include "runobserver.h"
 #include "treehelpers.h"
 #include "voappservice.h"
 
@@ -29,6 +30,33 @@ const char* substituteKey(OdFontType fontType) {
     return "";
 }
 
+auto fontFinder() {
+    return optionalService<vosi::VosiFindFontSvr>(vosi::kFindFontsKey);
+}
+
+OdString fileOfName(const OdString& name, OdDbBaseDatabase* database, int hint) {
+    const auto finder = fontFinder();
+    const bool canFind = !finder.isNull() && !name.isEmpty();
+    return canFind ? finder->findFile(name, database, hint) : OdString();
+}
+
+bool fileOfFace(const OdTtfDescriptor& description, OdString& filename) {
+    const auto finder = fontFinder();
+    OdString stored;
+    if (finder.isNull() || !finder->ttfFileNameByDescriptor(description, stored)) {
+        return false;
+    }
+    // The stored path may have gone stale; the bare name is then looked for everywhere.
+    for (const OdString& name : {stored, voutGetLastFileNameInPathW(stored)}) {
+        OdString found = fileOfName(name, nullptr, OdDbBaseHostAppServices::kTrueTypeFontFile);
+        if (!found.isEmpty()) {
+            filename = found;
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 OdString VoAppService::findFile(const OdString& filename, OdDbBaseDatabase* database,
@@ -36,8 +64,8 @@ OdString VoAppService::findFile(const OdString& filename, OdDbBaseDatabase* data
     if (filename.isEmpty()) {
         return filename;
     }
-    const auto finder = optionalService<vosi::VosiFindFontSvr>(vosi::kFindFontsKey);
-    return finder.isNull() ? OdString() : finder->findFile(filename, database, hint);
+    return run::searched(run::SearchKind::kFile, filename, hint,
+                         fileOfName(filename, database, hint));
 }
 
 void VoAppService::collectFilePathsInDirectory(OdStringArray& result, const OdString& directory,
@@ -52,27 +80,19 @@ void VoAppService::collectFilePathsInDirectory(OdStringArray& result, const OdSt
 }
 
 OdString VoAppService::getSubstituteFont(const OdString& fontName, OdFontType fontType) {
-    const char* key = substituteKey(fontType);
-    if (const OdAnsiString font = tree::textOr(tree::at(sysConfig, key), ""); !font.isEmpty()) {
-        return OdUtf8StringToOdString(font);
-    }
-    return ExHostAppServices::getSubstituteFont(fontName, fontType);
+    const OdAnsiString font = tree::textOr(tree::at(sysConfig, substituteKey(fontType)), "");
+    return run::searched(run::SearchKind::kSubstitute, fontName, fontType,
+                         font.isEmpty() ? ExHostAppServices::getSubstituteFont(fontName, fontType)
+                                        : OdUtf8StringToOdString(font));
 }
 
 bool VoAppService::ttfFileNameByDescriptor(const OdTtfDescriptor& description, OdString& filename) {
     if (description.typeface.isEmpty()) {
         return false;
     }
-    const auto finder = optionalService<vosi::VosiFindFontSvr>(vosi::kFindFontsKey);
-    OdString stored;
-    if (!finder.isNull() && finder->ttfFileNameByDescriptor(description, stored)) {
-        // The stored path may have gone stale; the bare name is then looked for everywhere.
-        for (const OdString& name : {stored, voutGetLastFileNameInPathW(stored)}) {
-            if (OdString found = findFile(name, nullptr, kTrueTypeFontFile); !found.isEmpty()) {
-                filename = found;
-                return true;
-            }
-        }
-    }
-    return ExHostAppServices::ttfFileNameByDescriptor(description, filename);
+    const bool isFound = fileOfFace(description, filename) ||
+                         ExHostAppServices::ttfFileNameByDescriptor(description, filename);
+    run::searched(run::SearchKind::kFace, description.typeface, description.flags,
+                  isFound ? filename : OdString());
+    return isFound;
 }
