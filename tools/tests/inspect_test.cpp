@@ -139,4 +139,25 @@ TEST_F(InspectTest, TagsOfLanguages) {
     EXPECT_EQ(run({"language", "0x409"}).output, "1033\ten-US\n");
 }
 
+TEST_F(InspectTest, ModulesByTheirFiles) {
+    std::string cut = vemoapp::readFile(testModules() + "/libstage.so");
+    cut.resize(3000);
+    const std::string damaged = scratch.write("libdamaged.so", cut);
+    const auto modules = answer(
+        {"module", testModules() + "/libstage.so", damaged, scratch.path("nowhere.so")}, "module");
+    EXPECT_EQ(at(modules, "/0/ok"), "true");
+    EXPECT_EQ(at(modules, "/0/hasEntry"), "true");
+    EXPECT_EQ(at(modules, "/1/ok"), "false");
+    EXPECT_THAT(textAt(modules, "/1/reasons/0"), HasSubstr("cut short"));
+    EXPECT_EQ(at(modules, "/2/architecture"), "null");
+}
+
+TEST_F(InspectTest, AReportOfABuiltApplication) {
+    const auto page = run({"report", "--", builtProgram()});
+    EXPECT_EQ(page.status, 0);
+    EXPECT_THAT(page.output, StartsWith("<!DOCTYPE html>"));
+    EXPECT_THAT(page.output, AllOf(HasSubstr("libdocmgr.so"), HasSubstr("Core/FindFonts"),
+                                   HasSubstr("<svg"), HasSubstr("</html>")));
+}
+
 }  // namespace
