@@ -112,6 +112,17 @@ fs::path ownAppData() {
     return fs::path(vemoapp::configHome()) / "vemocad";
 }
 
+// The words as main programs have them; they stay where they are.
+std::vector<char*> pointersTo(std::vector<std::string>& words) {
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 // The argument of "-u" in the command line, as part of one of the words.
 struct UserFileWord {
     std::string* word = nullptr;
@@ -119,12 +130,7 @@ struct UserFileWord {
 };
 
 UserFileWord findUserFile(std::vector<std::string>& words) {
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers = pointersTo(words);
     UserFileWord found;
     optind = 0;
     opterr = 0;
@@ -216,12 +222,7 @@ RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>
     }
     useSystemFonts(folders);
 
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers = pointersTo(words);
 
     RunRecord record;
     record.commandLine = commandLine;
