@@ -92,7 +92,8 @@ install(FILES ${PROJECT_BINARY_DIR}/install/vemo_root.pc
 # ---- pages ----
 
 set(authors_pages ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvemo-root-dev)
-install(FILES CHANGELOG.md docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md docs/guides/module.md docs/guides/promises.md
+install(FILES CHANGELOG.md docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md docs/guides/module.md
+  docs/guides/services.md docs/guides/main-program.md docs/guides/promises.md docs/inspect.md
   DESTINATION ${authors_pages} COMPONENT development)
 install(DIRECTORY tests/kit/consumer/ DESTINATION ${authors_pages}/example
   COMPONENT development USE_SOURCE_PERMISSIONS)

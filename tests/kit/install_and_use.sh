@@ -101,8 +101,8 @@ run_application() {
 
 # A guide, by somebody who has the kit and an empty folder.
 follow_guide() {
-    mkdir "$scratch/guide"
-    (cd "$scratch/guide" && PATH=$kit/bin:$PATH CMAKE_PREFIX_PATH=$kit CXX=$compiler \
+    mkdir "$scratch/guide-$1"
+    (cd "$scratch/guide-$1" && PATH=$kit/bin:$PATH CMAKE_PREFIX_PATH=$kit CXX=$compiler \
         quietly python3 "$here/follow_guide.py" "$here/../../docs/guides/$1.md")
 }
 
@@ -122,3 +122,5 @@ void elsewhere();
 void* used() { elsewhere(); return nullptr; }" '' 'elsewhere()'
 run_application
 follow_guide module
+follow_guide services
+follow_guide main-program
