@@ -165,6 +165,7 @@ DRAWING_EXPORT OdString OdUtf8StringToOdString(const OdAnsiString& text);
 /// Compares two 8-bit texts, ASCII letters without regard to case: negative, 0 or positive.
 DRAWING_EXPORT int Od_stricmpA(const char* a, const char* b);
 
+/// @cond
 template <>
 struct std::hash<OdString> {
     std::size_t operator()(const OdString& key) const noexcept {
@@ -178,3 +179,4 @@ struct std::hash<OdAnsiString> {
         return std::hash<std::string_view>()(key.view());
     }
 };
+/// @endcond
