@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "boot_support.h"
+#include "core/vemoversion.h"
 #include "slotbinding.h"
 #include "voappservice.h"
 
@@ -39,7 +40,8 @@ TEST_F(CarriedBindingTest, ModuleAndProgramShareOneApplication) {
 
 TEST_F(CarriedBindingTest, ModulesBindToTheProgramsFunctions) {
     // The shared object is in the process too, so that a module could be bound to it.
-    void* library = dlopen("libvemo_root.so", RTLD_NOW | RTLD_NOLOAD);
+    const std::string name = "libvemo_root.so." + std::to_string(VEMO_VERSION_MAJOR);
+    void* library = dlopen(name.c_str(), RTLD_NOW | RTLD_NOLOAD);
     ASSERT_NE(library, nullptr);
     dlclose(library);
     EXPECT_EQ(functionsOfModule(), exportedFunctions());
