@@ -8,15 +8,15 @@ namespace vosi {
 namespace {
 
 struct LanguageRow {
-    std::uint16_t languageId;
     const char* language;
     const char* country;
     const char* script;
     std::int32_t codePage;
+    std::uint16_t languageId;
 };
 
 constexpr LanguageRow kLanguages[] = {
-#define LANGUAGE(id, language, country, script, codePage) {id, language, country, script, codePage},
+#define LANGUAGE(id, language, country, script, codePage) {language, country, script, codePage, id},
 #include "languagetags.def"
 #undef LANGUAGE
 };
