@@ -8,12 +8,9 @@ vemo_add_test(languagetags_test SOURCES languagetags_test.cpp LIBRARIES vemo_roo
 
 # ---- family names against fontconfig's ----
 
-# The packages that scripts/setup installs; the program takes any folders.
-add_executable(fontfaces fonts/fontfaces.cpp)
-target_link_libraries(fontfaces PRIVATE vemo_root_carried vemo_options)
-set_target_properties(fontfaces PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+# The packages that scripts/setup installs; the script takes any folders.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 add_test(NAME family_names_agree_with_fontconfig
   COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/fonts/compare_fonts.py
-    $<TARGET_FILE:fontfaces> /usr/share/fonts/truetype/dejavu /usr/share/fonts/truetype/liberation
+    $<TARGET_FILE:vemo-inspect> /usr/share/fonts/truetype/dejavu /usr/share/fonts/truetype/liberation
     /usr/share/fonts/truetype/wqy)

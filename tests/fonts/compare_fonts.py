@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compares the family names that the library reads from font files with fontconfig's.
 
-    compare_fonts.py FONTFACES FOLDER...
+    compare_fonts.py VEMO-INSPECT FOLDER...
 
 For every name that the library has, fontconfig must have the same name in the same language, or one
 of the rules below must say why it can't; docs/fonts.md explains them. The files' name tables are read
@@ -9,6 +9,7 @@ here a third time, independently of both. Ends with 1 when a disagreement has no
 was nothing to compare.
 """
 import collections
+import json
 import locale
 import pathlib
 import struct
@@ -81,13 +82,9 @@ def plain(name):
 
 
 def read_ours(program, files):
-    output = subprocess.run([program], input="\n".join(files) + "\n", capture_output=True, text=True,
-                            check=True).stdout
-    faces = collections.defaultdict(dict)
-    for line in output.splitlines():
-        file, face, language, name = line.split("\t")
-        faces[file, int(face)][language] = name
-    return faces
+    output = subprocess.run([program, "fonts", "--json", *files], capture_output=True, check=True).stdout
+    return {(font["path"], index): {int(language): name for language, name in face["names"].items()}
+            for font in json.loads(output) for index, face in enumerate(font["faces"])}
 
 
 def read_theirs(files):
@@ -120,7 +117,7 @@ def main(program, folders):
             for record in families(data, offset):
                 if not is_dropped(record):
                     records.setdefault(record.language, record)
-            names = {int(key): name for key, name in ours[file, face].items() if key != "-"}
+            names = ours.get((file, face), {})
             known = theirs[file, face]
             for language, name in names.items():
                 if (tag_of(language), name) in known:

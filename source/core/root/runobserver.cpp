@@ -7,49 +7,41 @@ namespace run {
 
 namespace {
 
-std::vector<Observer*>& list() {
-    static std::vector<Observer*> only;
-    return only;
-}
+std::vector<Observer*> list;
 
 template <class Tell>
 void tellAll(Tell&& tell) {
-    for (Observer* observer : list()) {
+    for (Observer* observer : list) {
         tell(*observer);
     }
 }
 
-// Set while there are observers, so that who isn't looked at does nothing else.
-bool observed = false;
-
 }  // namespace
 
 void addObserver(Observer& observer) {
-    list().push_back(&observer);
-    observed = true;
+    list.push_back(&observer);
 }
 
 void removeObserver(Observer& observer) {
-    std::erase(list(), &observer);
-    observed = !list().empty();
+    std::erase(list, &observer);
 }
 
 bool isObserved() {
-    return observed;
+    return !list.empty();
 }
 
 const std::vector<Observer*>& observers() {
-    return list();
+    return list;
 }
 
 Span::Span(SpanKind kind, const char* name) {
-    if (observed) {
+    if (isObserved()) {
         begin(kind, name);
     }
 }
 
 Span::Span(SpanKind kind, const OdString& name) {
-    if (observed) {
+    if (isObserved()) {
         begin(kind, OdStringToUtf8String(name));
     }
 }
@@ -73,7 +65,7 @@ OdRxModulePtr moduleAnswered(const OdString& asked, OdRxModulePtr module) {
 }
 
 void settingsTaken(const VoJsonPtr& settings, bool fromUserFile) {
-    if (!observed || !settings) {
+    if (!isObserved() || !settings) {
         return;
     }
     for (int index = 0; index < settings->propertyCount(); ++index) {
@@ -84,13 +76,14 @@ void settingsTaken(const VoJsonPtr& settings, bool fromUserFile) {
 }
 
 void settingTaken(const char* key, bool fromUserFile) {
-    if (observed) {
-        tellAll([&](Observer& observer) { observer.settingTaken(key, fromUserFile); });
+    if (isObserved()) {
+        const OdAnsiString text(key);
+        tellAll([&](Observer& observer) { observer.settingTaken(text, fromUserFile); });
     }
 }
 
 OdString placeTried(const char* place, OdString found) {
-    return observed ? placeTried(OdAnsiString(place), std::move(found)) : found;
+    return isObserved() ? placeTried(OdAnsiString(place), std::move(found)) : found;
 }
 
 OdString placeTried(const OdAnsiString& place, OdString found) {
@@ -99,9 +92,7 @@ OdString placeTried(const OdAnsiString& place, OdString found) {
 }
 
 OdString searched(SearchKind kind, const OdString& wanted, int detail, OdString answer) {
-    if (observed) {
-        tellAll([&](Observer& observer) { observer.searched(kind, wanted, detail, answer); });
-    }
+    tellAll([&](Observer& observer) { observer.searched(kind, wanted, detail, answer); });
     return answer;
 }
 

@@ -2,8 +2,8 @@
 // loading of modules, the places where files were looked for, what was asked for.
 //
 // Nobody looks unless a program that carries the library's objects adds an observer, or the
-// environment asks for a trace; a test of one pointer is then all that a call here costs. Used on
-// the interface thread. Observers see what happens and change nothing; they must not raise.
+// environment asks for a trace; a test for an empty list is then all that a call here costs. Used
+// on the interface thread. Observers see what happens and change nothing; they must not raise.
 #pragma once
 
 #include <optional>

@@ -60,6 +60,7 @@ void addMissing(const VoJsonPtr& target, const VoJsonPtr& source) {
         const VoJsonPtr value = source->propertyAt(index, key);
         if (!key.isEmpty() && !target->hasProperty(key)) {
             target->set_propertyJ(key, value->clone());
+            run::settingTaken(key.c_str(), false);
         }
     }
 }
@@ -164,8 +165,7 @@ void VoAppService::mergeUserConfig() {
     if (user.major < system.major) {
         run::note([] {
             return OdAnsiString(
-                "the user file is out of date: the system's User branch"
-                " takes its place");
+                "the user file is out of date: the system's User branch takes its place");
         });
         // Out of date as a whole: the system's settings take the user's place, in the file too at
         // the next save.
@@ -173,7 +173,6 @@ void VoAppService::mergeUserConfig() {
         run::settingsTaken(systemBranch, false);
         return;
     }
-    run::settingsTaken(systemBranch, false);
     run::settingsTaken(userConfig, true);
     if (user.minor != system.minor) {
         run::note([] {
