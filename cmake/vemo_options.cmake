@@ -19,4 +19,5 @@ if(VEMO_SANITIZE)
 else()
   # A name that nobody defines is found when a library is linked, not when it is loaded.
   target_link_options(vemo_options INTERFACE -Wl,-z,defs)
+  include(${CMAKE_CURRENT_LIST_DIR}/vemo_hardening.cmake)
 endif()

@@ -40,3 +40,11 @@ file(GLOB carried_tests CONFIGURE_DEPENDS boot_carried_*_test.cpp)
 vemo_add_test(boot_carried_test SOURCES ${carried_tests} boot_support.cpp
   LIBRARIES vemo_root_carried testjournal ${CMAKE_DL_LIBS})
 add_dependencies(boot_carried_test boot_modules)
+
+# The calls that fail stand in front of the system's in these programs alone.
+vemo_add_test(faults_test
+  SOURCES faults/life_faults_test.cpp faults/interrupted_saves_test.cpp faults/faults.cpp
+    boot_support.cpp
+  LIBRARIES vemo_root vemomempool testjournal ${CMAKE_DL_LIBS})
+target_include_directories(faults_test PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+add_dependencies(faults_test boot_modules)

@@ -85,6 +85,36 @@ INSTANTIATE_TEST_SUITE_P(
                                R"({"version":0,"both":"user's","own":{"a":1},"new":["x"]})"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+// The version rule discards what the user had; the file is its only copy then.
+TEST_F(ConfigTest, OutdatedUserFileIsKeptOnceBesideTheNewOne) {
+    const std::string kept = folder.path("data/user.v1.1.json");
+    const auto runWith = [&](const std::string& userText) {
+        folder.file("data/user.json", userText);
+        bootWith(R"({"User": {"version": 513, "new": 1}})");
+        // Elsewhere, where nothing is at stake.
+        vo_save_user_config(OdAnsiString(folder.path("data/other.json")));
+        const bool early = std::filesystem::exists(folder.path("data/user.v1.1-2.json"));
+        vo_save_user_config("");
+        shutDown();
+        EXPECT_EQ(jsonOfFile(userFile()), R"({"version":513,"new":1})");
+        return early;
+    };
+    const std::string first = "{ \"version\": 257,\n\"mine\": [1] }\n";
+    runWith(first);
+    EXPECT_EQ(contentOf(kept), first);
+    runWith(first);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("data/user.v1.1-2.json")));
+
+    const std::string second = R"({"version": 257, "mine": [2]})";
+    EXPECT_FALSE(runWith(second)) << "kept before it was overwritten";
+    EXPECT_EQ(contentOf(kept), first);
+    EXPECT_EQ(contentOf(folder.path("data/user.v1.1-2.json")), second);
+
+    // Nothing but a version, as a new user file has it.
+    runWith(R"({"version": 1})");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("data/user.v0.1.json")));
+}
+
 TEST_F(ConfigTest, SystemFileWithoutUserBranchTakesTheUsersTree) {
     for (const char* systemFile : {R"({"Core": {}})", R"({"User": "no object"})"}) {
         folder.file("data/user.json", R"({"version": 5, "colour": "red"})");

@@ -152,18 +152,22 @@ OdArray<OdRxModulePtr> DynamicLinker::loadedModules() const {
 }
 
 void DynamicLinker::addModuleFolder(const OdString& folder) {
-    if (!folder.isEmpty() && !folders.contains(folder)) {
+    if (folder.find(L'/') == 0 && !folders.contains(folder)) {
         folders.append(folder);
     }
 }
 
 LibraryOpening DynamicLinker::open(const OdString& fileName) const {
-    const bool isBareName = !fileName.isEmpty() && fileName.find(L'/') < 0;
-    for (unsigned int i = 0; isBareName && i < folders.size(); ++i) {
+    const bool isAbsolute = fileName.find(L'/') == 0;
+    for (unsigned int i = 0; !isAbsolute && !fileName.isEmpty() && i < folders.size(); ++i) {
         const OdString path = folders.at(i) + L"/" + fileName;
         if (isFile(path)) {
             return openModuleLibrary(path);
         }
+    }
+    // To the system's loader it would be a file below the working folder.
+    if (fileName.find(L'/') > 0) {
+        return {nullptr, false, L"no such file in a module folder; other places need a whole path"};
     }
     return openModuleLibrary(fileName);
 }

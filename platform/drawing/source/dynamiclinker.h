@@ -20,8 +20,8 @@ class DynamicLinker : public OdRxDynamicLinker {
     void addModuleFolder(const OdString& folder) override;
     OdArray<OdRxModuleFailure> failures() const override { return failureList; }
 
-    /// Opens a library by path, or by bare name in the module folders and then in the system's
-    /// places.
+    /// Opens a library by its whole path, or by a name in the module folders, and then, for a bare
+    /// name, in the system's places.
     LibraryOpening open(const OdString& fileName) const;
 
     /// Keeps a reason; the same one for the same name is kept once when it comes twice in a row.

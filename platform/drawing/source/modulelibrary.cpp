@@ -8,6 +8,7 @@
 #include <map>
 #include <system_error>
 
+#include "moduleplace.h"
 #include "moduleversion.h"
 
 namespace {
@@ -54,6 +55,32 @@ bool namesMissingFile(const OdString& reason, const OdString& fileName) {
            reason.view().ends_with(missing.view());
 }
 
+LibraryOpening openFile(const OdString& path, const OdString& askedFor) {
+    if (const OdString refusal = moduleRefusal(path); !refusal.isEmpty()) {
+        return {nullptr, true, refusal};
+    }
+    const OdAnsiString name = OdStringToUtf8String(path);
+    void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+    if (!handle) {
+        const OdString reason = loaderWords();
+        return {nullptr, isThere(name), reason};
+    }
+    return {recordOf(handle, askedFor), true, OdString()};
+}
+
+// The loader's cache knows folders that nobody else does.
+LibraryOpening openByLoader(const OdString& fileName) {
+    void* handle = dlopen(OdStringToUtf8String(fileName), RTLD_NOW | RTLD_LOCAL);
+    if (!handle) {
+        const OdString reason = loaderWords();
+        return {nullptr, !namesMissingFile(reason, fileName), reason};
+    }
+    if (const OdString refusal = moduleRefusal(fileOfLibrary(handle)); !refusal.isEmpty()) {
+        return {nullptr, true, refusal};
+    }
+    return {recordOf(handle, fileName), true, OdString()};
+}
+
 const link_map* libraryOfAddress(void* address) {
     Dl_info info{};
     link_map* map = nullptr;
@@ -73,26 +100,18 @@ LibraryOpening openModuleLibrary(const OdString& fileName) {
     if (fileName.isEmpty()) {
         return {nullptr, false, L"no file name"};
     }
-    const OdAnsiString name = OdStringToUtf8String(fileName);
-    if (OdRxModuleLibrary* library = openedBefore(name)) {
+    if (OdRxModuleLibrary* library = openedBefore(OdStringToUtf8String(fileName))) {
         return {library, true, OdString()};
     }
-    const bool isPath = fileName.find(L'/') >= 0;
-    if (const OdString refusal = isPath ? moduleRefusal(fileName) : OdString();
-        !refusal.isEmpty()) {
-        return {nullptr, true, refusal};
+    if (fileName.find(L'/') >= 0) {
+        return openFile(fileName, fileName);
     }
-    void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL);
-    if (!handle) {
-        const OdString reason = loaderWords();
-        const bool found = isPath ? isThere(name) : !namesMissingFile(reason, fileName);
-        return {nullptr, found, reason};
+    const LoaderPlace place = placeAmongLoaderFolders(fileName);
+    if (!place.path.isEmpty()) {
+        return openFile(place.path, fileName);
     }
-    if (const OdString refusal = isPath ? OdString() : moduleRefusal(fileOfLibrary(handle));
-        !refusal.isEmpty()) {
-        return {nullptr, true, refusal};
-    }
-    return {recordOf(handle, fileName), true, OdString()};
+    return place.refusal.isEmpty() ? openByLoader(fileName)
+                                   : LibraryOpening{nullptr, true, place.refusal};
 }
 
 OdRxModuleEntry moduleEntryOf(const OdRxModuleLibrary& library, OdString& reason) {

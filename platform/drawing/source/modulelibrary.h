@@ -20,9 +20,9 @@ struct LibraryOpening {
     OdString reason;
 };
 
-/// Opens a file by its path, or, for a bare name, wherever the system's loader looks. A file
-/// is checked (moduleRefusal) before it is opened; where the loader alone
-/// knows which file a name stands for, that is only afterwards, when the library is mapped.
+/// Opens a file by its path, or, for a bare name, wherever the system's loader looks, the working
+/// folder excepted. A file is checked (moduleRefusal) before it is opened; where the loader's cache
+/// alone knows which file a name stands for, that is only afterwards, when the library is mapped.
 LibraryOpening openModuleLibrary(const OdString& fileName);
 
 /// The library's module entry; null, with the reason, when the library itself has none.

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "elfarchitecture.h"
+#include "moduleplace.h"
 
 namespace {
 
@@ -76,6 +77,9 @@ std::optional<OdRxInterfaceVersion> moduleStampOf(const ElfFile& file) {
 }
 
 OdString moduleRefusal(const OdString& path) {
+    if (OdString refusal = placeRefusal(path); !refusal.isEmpty()) {
+        return refusal;
+    }
     try {
         const ElfFile file(path);
         if (file.identity() != ownElfIdentity()) {

@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <cstdlib>
+#include <string_view>
 #include <vector>
 
 #include "testsupport.h"
@@ -80,10 +82,39 @@ TEST_F(Linker, DoesNotLookIntoTheWorkingFolder) {
     const std::filesystem::path former = std::filesystem::current_path();
     std::filesystem::current_path(DRAWING_TEST_MODULES);
     const OdRxModulePtr bare = linker().loadModule(L"libdrawing_good.so", true);
+    // Once more where the loader's own list has it (LD_LIBRARY_PATH with an empty entry).
+    const char* const searched = std::getenv("LD_LIBRARY_PATH");
+    const bool hasEmptyEntry = searched && std::string_view(searched) == ":";
+    const bool saysWhy = lastReasonHas(L"not taken from the working folder");
     const OdRxModulePtr relative = linker().loadModule(L"./libdrawing_good.so", true);
+    linker().addModuleFolder(L".");
+    const OdRxModulePtr inRelativeFolder = linker().loadModule(L"libdrawing_good.so", true);
     std::filesystem::current_path(former);
     EXPECT_TRUE(bare.isNull());
-    EXPECT_FALSE(relative.isNull());
+    EXPECT_EQ(saysWhy, hasEmptyEntry);
+    EXPECT_TRUE(relative.isNull());
+    EXPECT_TRUE(inRelativeFolder.isNull());
+    EXPECT_TRUE(traced.empty());
+}
+
+TEST_F(Linker, TakesNothingThatEveryoneMayWrite) {
+    namespace fs = std::filesystem;
+    const fs::path original = fs::path(DRAWING_TEST_MODULES) / "libdrawing_good.so";
+    const TempFolder open;
+    const TempFolder own;
+    fs::copy_file(original, open.path() / "libdrawing_good.so");
+    fs::permissions(open.path(), fs::perms::all | fs::perms::sticky_bit);
+    fs::create_symlink(open.path() / "libdrawing_good.so", own.path() / "liblinked.so");
+    fs::copy_file(original, own.path() / "libwritable.so");
+    fs::permissions(own.path() / "libwritable.so", fs::perms::others_write, fs::perm_options::add);
+    for (const OdString& path :
+         {open.path("libdrawing_good.so"), own.path("liblinked.so"), own.path("libwritable.so")}) {
+        EXPECT_TRUE(loadByHandle(path).isNull()) << OdStringToUtf8String(path).c_str();
+        EXPECT_TRUE(lastReasonHas(L"everyone may write"));
+    }
+    EXPECT_TRUE(traced.empty());
+    fs::permissions(open.path(), fs::perms::others_write, fs::perm_options::remove);
+    EXPECT_FALSE(loadByHandle(own.path("liblinked.so")).isNull());
 }
 
 TEST_F(Linker, EndsAModuleAndLoadsItAfresh) {

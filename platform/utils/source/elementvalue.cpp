@@ -24,32 +24,44 @@ ElementValue* lastParent(IElementValueBase* node) {
     return last ? element : nullptr;
 }
 
-// Takes the children out of a value. Those that have children themselves are kept back.
-void scatter(ElementAccess::Value& value, std::vector<VoJsonPtr>& parents) {
-    const auto drop = [&parents](VoJsonPtr child) {
-        if (lastParent(child.get())) {
-            parents.push_back(std::move(child));
-        }
-    };
+VoJsonPtr& firstChild(ElementAccess::Value& value) {
+    auto* items = std::get_if<ElementAccess::Items>(&value);
+    return items ? items->front() : std::get<MemberTable>(value).slot(0);
+}
+
+ElementAccess::Value& valueOf(const VoJsonPtr& parent) {
+    return ElementAccess::value(static_cast<ElementValue&>(*parent.get()));
+}
+
+// Lets a child go. One that has children itself waits: in a list through the places of first
+// children, since nodes end where there may be no memory for a list.
+void drop(VoJsonPtr child, VoJsonPtr& waiting) {
+    while (lastParent(child.get())) {
+        VoJsonPtr first = std::exchange(firstChild(valueOf(child)), std::move(waiting));
+        waiting = std::exchange(child, std::move(first));
+    }
+}
+
+void dropChildren(ElementAccess::Value& value, VoJsonPtr& waiting) {
     if (auto* items = std::get_if<ElementAccess::Items>(&value)) {
         for (VoJsonPtr& item : *items) {
-            drop(std::move(item));
+            drop(std::move(item), waiting);
         }
     } else if (auto* members = std::get_if<MemberTable>(&value)) {
         for (std::size_t place = 0; place < members->size(); ++place) {
-            drop(members->surrender(place));
+            drop(std::move(members->slot(place)), waiting);
         }
     }
 }
 
-// Drops a value level by level, so that the depth of the tree below it costs no stack.
+// Drops a value node by node, so that the depth of the tree below it costs no stack.
 void dismantle(ElementAccess::Value value) {
-    std::vector<VoJsonPtr> parents;
-    scatter(value, parents);
-    while (!parents.empty()) {
-        const VoJsonPtr parent = std::move(parents.back());
-        parents.pop_back();
-        scatter(ElementAccess::value(static_cast<ElementValue&>(*parent.get())), parents);
+    VoJsonPtr waiting;
+    dropChildren(value, waiting);
+    while (waiting) {
+        const VoJsonPtr parent = std::move(waiting);
+        waiting = std::move(firstChild(valueOf(parent)));
+        dropChildren(valueOf(parent), waiting);
     }
 }
 

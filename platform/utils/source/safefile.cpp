@@ -9,6 +9,7 @@
 #include <random>
 
 #include "filedescriptor.h"
+#include "wholefile.h"
 
 namespace {
 
@@ -112,5 +113,21 @@ bool voutWriteFileSafely(const std::string& path, std::string_view text) {
         return false;
     }
     flushFolder(target.parent_path());
+    return true;
+}
+
+bool voutCopyFileSafely(const std::string& source, const std::string& target) {
+    struct stat original {};
+    std::error_code ignored;
+    const std::optional<std::string> text = textOfFile(source.c_str());
+    if (!text || ::stat(source.c_str(), &original) != 0 ||
+        fs::symlink_status(target, ignored).type() != fs::file_type::not_found) {
+        return false;
+    }
+    TemporaryFile file(target, 0600);
+    if (!file.write(*text) || !file.resemble(original) || !file.moveTo(target)) {
+        return false;
+    }
+    flushFolder(fs::path(target).parent_path());
     return true;
 }

@@ -1,11 +1,10 @@
 // Start-up and shut-down of the application, in order.
 #include "core/vemo_root.h"
 
-#include <cstdio>
-
 #include <mempool/mempool.h>
 #include <utils/paths.h>
 
+#include "checkfile.h"
 #include "core/vofibersvr.h"
 #include "core/vomoduleservices.h"
 #include "core/voservicekeys.h"
@@ -24,14 +23,25 @@
 
 namespace {
 
-constexpr const char* kCheckFile = "/var/tmp/vemo.check";
-
 void registerEventDispatcher() {
     if (const OdRxDictionaryPtr registry = odrxSysRegistry()) {
         // In the registry and not among the services: the configuration loaders fire events before
         // there is a service dictionary.
         registry->putAt(vosi::kRxEventKey,
                         OdRxObjectImpl<vosi::VosiApRxEventImpl>::createObject().get());
+    }
+}
+
+// What asks for the registry below may be reached after a start that failed before there was one.
+void removeFromRegistry(const OdChar* key) {
+    if (const OdRxDictionaryPtr registry = odrxSysRegistry()) {
+        registry->remove(key);
+    }
+}
+
+void endDrawingRuntime() {
+    if (odrxSystemServices()) {
+        odUninitialize();
     }
 }
 
@@ -54,13 +64,6 @@ void initAppService(char** argv, int argc, VoMainAppCallback* callback) {
     g_appService->setAppState(APP_STATE_COMMAND_LINE_READ);
     step("code pages");
     initializeCharMapper();
-}
-
-void writeCheckFile() {
-    if (std::FILE* file = std::fopen(kCheckFile, "w+")) {
-        std::fprintf(file, "%s", "init done!");
-        std::fclose(file);
-    }
 }
 
 }  // namespace
@@ -152,7 +155,7 @@ int vemo_exit(VoMainAppCallback* callback) {
     step("fixed modules");
     const VoJsonPtr fixedModules = unloadFixedModules();
     step("system variables");
-    odrxSysRegistry()->remove(vosi::kSysVarDictKey);
+    removeFromRegistry(vosi::kSysVarDictKey);
     step("main program");
     if (callback) {
         callback->uninitialize();
@@ -162,8 +165,8 @@ int vemo_exit(VoMainAppCallback* callback) {
     step("configuration");
     service.releaseConfig();
     step("drawing runtime");
-    odrxSysRegistry()->remove(vosi::kRxEventKey);
-    odUninitialize();
+    removeFromRegistry(vosi::kRxEventKey);
+    endDrawingRuntime();
     g_appService = nullptr;
     service.setAppState(APP_STATE_TERMINATED);
     step("services");

@@ -86,7 +86,10 @@ void unregisterCoreServices() {
     if (!g_appService) {
         return;
     }
-    odrxDynamicLinker()->unloadModule(kRecomputeDimBlock);
+    // There is no linker after a start that failed with the runtime's own.
+    if (odrxSystemServices()) {
+        odrxDynamicLinker()->unloadModule(kRecomputeDimBlock);
+    }
     vo_arbitDict_clearservice(vosi::kFindFontsKey);
     // Still there when nobody heard that the application exits; the tree outlives the service.
     vosi::VoApFontsService::withdrawFonts(vo_runtime_config(""));

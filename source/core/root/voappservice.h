@@ -16,6 +16,7 @@
 #include <utils/vojson.h>
 
 #include "core/vomainappcallback.h"
+#include "outdateduserfile.h"
 
 /// Where the application stands in its life; written by vemo_root and vemo_exit alone.
 enum AppState : std::int32_t {
@@ -55,7 +56,9 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     /// Reads the user file, which is created when it isn't there, and decides the User branch.
     void loadUserConfig();
     /// Writes the user's tree to the path, or for the empty path to the user file. A failure is
-    /// logged and leaves the old file.
+    /// logged and leaves the old file. The first time that would overwrite a user file whose
+    /// settings were discarded as out of date, that file is kept beside it, named after its
+    /// version.
     void saveUserConfig(const OdAnsiString& path);
     /// Saves the user's tree and lets both trees go.
     void releaseConfig();
@@ -94,6 +97,7 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     void carryRuntimeOver(const VoJsonPtr& formerTree);
     void applySystemSettings();
     void createUserFile(const OdAnsiString& path);
+    void noteWhetherOutdated(const OdAnsiString& path);
     void mergeUserConfig();
 
     VoJsonPtr extModuleList() const;
@@ -112,6 +116,7 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     // others without harm.
     std::int32_t appState = APP_STATE_CREATED;
     bool userConfigIsMadeUp = false;  // no user file has been read
+    OutdatedUserFile outdatedUserFile;
 };
 
 /// The one application service object of the process; null before vemo_root and after vemo_exit.

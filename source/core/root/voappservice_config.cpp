@@ -44,6 +44,11 @@ ConfigVersion versionOf(const VoJsonPtr& node) {
     return version;
 }
 
+// As a whole, minors aside.
+bool isOutdated(const VoJsonPtr& userTree, const VoJsonPtr& systemBranch) {
+    return systemBranch && versionOf(userTree).major < versionOf(systemBranch).major;
+}
+
 // A file whose top level is no object is as unreadable as one that is no JSON.
 bool readTree(const OdAnsiString& path, VoJsonPtr& tree) {
     VoJson file;
@@ -130,6 +135,7 @@ void VoAppService::loadUserConfig() {
     }
     userConfigIsMadeUp = false;
     run::note([&] { return "read " + path; });
+    noteWhetherOutdated(path);
     mergeUserConfig();
     if (const vosi::VosiApRxEventPtr dispatcher = eventDispatcher()) {
         dispatcher->fireUserConfigLoaded();
@@ -153,6 +159,16 @@ void VoAppService::createUserFile(const OdAnsiString& path) {
     run::note([&] { return "created " + path; });
 }
 
+// Before the merge, which lets go of what an outdated file held.
+void VoAppService::noteWhetherOutdated(const OdAnsiString& path) {
+    const int members = userConfig->propertyCount() - (userConfig->hasProperty("version") ? 1 : 0);
+    outdatedUserFile.forget();
+    if (isOutdated(userConfig, tree::objectUnder(sysConfig, "User")) && members > 0) {
+        const ConfigVersion version = versionOf(userConfig);
+        outdatedUserFile.note(path, version.major, version.minor);
+    }
+}
+
 void VoAppService::mergeUserConfig() {
     const VoJsonPtr systemBranch = tree::objectUnder(sysConfig, "User");
     if (!systemBranch) {
@@ -160,9 +176,7 @@ void VoAppService::mergeUserConfig() {
         sysConfig->set_propertyJ("User", userConfig);
         return;
     }
-    const ConfigVersion system = versionOf(systemBranch);
-    const ConfigVersion user = versionOf(userConfig);
-    if (user.major < system.major) {
+    if (isOutdated(userConfig, systemBranch)) {
         run::note([] {
             return OdAnsiString(
                 "the user file is out of date: the system's User branch takes its place");
@@ -174,7 +188,7 @@ void VoAppService::mergeUserConfig() {
         return;
     }
     run::settingsTaken(userConfig, true);
-    if (user.minor != system.minor) {
+    if (versionOf(userConfig).minor != versionOf(systemBranch).minor) {
         run::note([] {
             return OdAnsiString("what the user file lacks comes from the system's User branch");
         });
@@ -193,7 +207,8 @@ void VoAppService::saveUserConfig(const OdAnsiString& path) {
         }
         return;
     }
-    if (!VoJson(userConfig).write(path.str(), VoJson::kIndented, nullptr)) {
+    if (!outdatedUserFile.keepBefore(path) ||
+        !VoJson(userConfig).write(path.str(), VoJson::kIndented, nullptr)) {
         rootlog::write(rootlog::kError, __LINE__, rootlog::kAppService, "saveUserConfig",
                        "写入用户配置文件失败");
         return;
@@ -206,4 +221,5 @@ void VoAppService::releaseConfig() {
     sysConfig = nullptr;
     userConfig = nullptr;
     userConfigIsMadeUp = false;
+    outdatedUserFile.forget();
 }

@@ -35,8 +35,8 @@ class UTILS_EXPORT MemberTable {
     void set(std::string_view key, VoJsonPtr node);
     /// Takes a member out, the later ones move down; gives its node.
     VoJsonPtr remove(std::size_t place);
-    /// Hands the node of a member over to the caller; the table is only good to be dropped then.
-    VoJsonPtr surrender(std::size_t place) { return std::move(members[place].node); }
+    /// The node of a member, to be moved away; the table is only good to be dropped then.
+    VoJsonPtr& slot(std::size_t place) { return members[place].node; }
 
   private:
     // Open addressing: the key's hash and its place plus 1, where 0 marks a free slot. There are at
