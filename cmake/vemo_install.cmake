@@ -54,13 +54,27 @@ function(vemo_install_beside_vemocad target folder)
   install(TARGETS ${target} DESTINATION ${place} COMPONENT application)
 endfunction()
 
-# vemo_install_command(NAME): a link in bin to a program beside vemocad.
+# vemo_install_command(NAME): a link in bin to a program beside vemocad, and its page docs/man/NAME.1.
 function(vemo_install_command name)
   file(RELATIVE_PATH program /${CMAKE_INSTALL_BINDIR} /${VEMO_INSTALL_APPLICATION}/${name})
   set(link ${PROJECT_BINARY_DIR}/install/${name})
   file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/install)
   file(CREATE_LINK ${program} ${link} SYMBOLIC)
   install(FILES ${link} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT application)
+
+  set(page ${PROJECT_BINARY_DIR}/install/${name}.1)
+  configure_file(${PROJECT_SOURCE_DIR}/docs/man/${name}.1 ${page} @ONLY)
+  vemo_compress(${page} ${page}.gz)
+  install(FILES ${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT application)
+endfunction()
+
+# Packages hold files that are of no use to who installs elsewhere.
+string(COMPARE EQUAL "${CMAKE_INSTALL_PREFIX}" /usr VEMO_FOR_PACKAGES)
+
+# vemo_compress(FILE AS): the text as documentation is kept on Debian systems.
+find_program(VEMO_GZIP gzip REQUIRED)
+function(vemo_compress file as)
+  execute_process(COMMAND ${VEMO_GZIP} -9nc INPUT_FILE ${file} OUTPUT_FILE ${as} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
 # ---- the CMake package and vemo_root.pc ----
@@ -92,9 +106,13 @@ install(FILES ${PROJECT_BINARY_DIR}/install/vemo_root.pc
 # ---- pages ----
 
 set(authors_pages ${CMAKE_INSTALL_DATAROOTDIR}/doc/libvemo-root-dev)
-install(FILES CHANGELOG.md docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md docs/guides/module.md
+install(FILES docs/kit.md docs/architecture.md docs/fonts.md docs/messages.md docs/guides/module.md
   docs/guides/services.md docs/guides/main-program.md docs/guides/promises.md docs/inspect.md
   DESTINATION ${authors_pages} COMPONENT development)
+# Packages have it under the name that is usual there.
+if(NOT VEMO_FOR_PACKAGES)
+  install(FILES CHANGELOG.md DESTINATION ${authors_pages} COMPONENT development)
+endif()
 install(DIRECTORY tests/kit/consumer/ DESTINATION ${authors_pages}/example
   COMPONENT development USE_SOURCE_PERMISSIONS)
 install(FILES docs/vemocad.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/vemocad

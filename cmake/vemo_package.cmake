@@ -18,7 +18,30 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # dpkg-shlibdeps finds what is needed of the system. Among themselves the packages go together.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-set(same_libraries "libvemo-root0 (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+set(same_libraries "libvemo-root0 (= ${debian_version})")
+
+# What the packages say of themselves. SOURCE_DATE_EPOCH in the environment sets the date.
+string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+set(changelog ${PROJECT_BINARY_DIR}/install/changelog.Debian)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/changelog.in ${changelog} @ONLY)
+vemo_compress(${changelog} ${changelog}.gz)
+vemo_compress(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_BINARY_DIR}/install/changelog.gz)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+
+# vemo_describe_package(COMPONENT PACKAGE): its copyright, changelogs and lintian overrides.
+function(vemo_describe_package component package)
+  if(NOT VEMO_FOR_PACKAGES)
+    return()
+  endif()
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright ${changelog}.gz
+      ${PROJECT_BINARY_DIR}/install/changelog.gz
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package} COMPONENT ${component})
+  install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/${package}.lintian-overrides
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides
+    RENAME ${package} COMPONENT ${component})
+endfunction()
 
 # ---- libvemo-root0 ----
 
@@ -35,6 +58,7 @@ file(CONFIGURE OUTPUT install/shlibs CONTENT "${shlibs}")
 file(CONFIGURE OUTPUT install/triggers CONTENT "activate-noawait ldconfig\n")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libvemo-root0)
+vemo_describe_package(runtime libvemo-root0)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
   ${PROJECT_BINARY_DIR}/install/shlibs ${PROJECT_BINARY_DIR}/install/triggers)
@@ -46,6 +70,7 @@ configuration, services by name, modules loaded in order, fonts indexed.")
 # ---- libvemo-root-dev ----
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvemo-root-dev)
+vemo_describe_package(development libvemo-root-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${same_libraries}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, pkg-config")
@@ -57,6 +82,7 @@ CMake package VemoRoot, vemo_root.pc, pages for authors and an example.")
 # ---- vemocad ----
 
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_NAME vemocad)
+vemo_describe_package(application vemocad)
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_DEPENDS "${same_libraries}")
 # The substitute for TrueType fonts, as shipped.

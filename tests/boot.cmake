@@ -15,7 +15,7 @@ function(vemo_add_boot_module name source)
   add_dependencies(boot_modules ${target})
 endfunction()
 
-foreach(name stage aliases autotest remotedebug wizard raiser leftservice witness)
+foreach(name stage aliases autotest remotedebug wizard raiser leftservice loader witness)
   vemo_add_boot_module(${name} ${name}.cpp)
 endforeach()
 foreach(name alpha beta gamma)

@@ -72,7 +72,7 @@ class InterruptedSaves : public BootTest {
 
 TEST_F(InterruptedSaves, NoDeathLeavesABrokenFile) {
     const char* const asked = std::getenv("VEMO_KILLS");
-    const int kills = asked ? std::atoi(asked) : 200;
+    const int kills = asked ? std::atoi(asked) : 1000;
     std::mt19937 random(1);
     std::set<std::string> seen;
     for (int kill = 0; kill < kills; ++kill) {

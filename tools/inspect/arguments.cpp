@@ -16,6 +16,10 @@ Arguments::Arguments(const std::vector<std::string>& words, const OptionTable& t
             if (word + 1 == words.end() || *(word + 1) == "--") {
                 throw UsageError("The option " + *word + " lacks its value.");
             }
+            if ((word + 1)->starts_with("--")) {
+                throw UsageError("The option " + *word + " lacks its value: behind it stands " +
+                                 *(word + 1) + ".");
+            }
             if (!values.emplace(*word, *(word + 1)).second) {
                 throw UsageError("The option " + *word + " is given twice.");
             }

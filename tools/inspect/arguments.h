@@ -32,6 +32,7 @@ struct OptionTable {
 class Arguments {
   public:
     /// Raises UsageError for an option that isn't in the table, is given twice or lacks its value.
+    /// No value begins with "--".
     Arguments(const std::vector<std::string>& words, const OptionTable& table);
 
     bool has(const std::string& flag) const { return flags.contains(flag); }

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "bootrun.h"
+#include "indentedjson.h"
 #include "jsontext.h"
 #include "subcommands.h"
 
@@ -52,6 +53,8 @@ std::string jsonOfModule(const ModuleRecord& module) {
         .add("reason", module.loaded ? "null" : jsonText(module.reason))
         .add("ms", milliseconds(module.milliseconds))
         .add("left", jsonTexts(module.left))
+        .add("did", jsonTexts(module.did))
+        .add("steps", jsonAll(module.steps, jsonOfStep))
         .json();
 }
 
@@ -96,13 +99,17 @@ std::string jsonOfRun(const RunRecord& run) {
 
 // ---- text ----
 
+void printNotes(const std::vector<std::string>& did, const std::string& indent) {
+    for (const std::string& what : did) {
+        std::printf("               %s  - %s\n", indent.c_str(), what.c_str());
+    }
+}
+
 void printSteps(const std::vector<Step>& steps, const std::string& indent) {
     for (const Step& step : steps) {
         std::printf("%10.3f ms  %s%s%s\n", step.milliseconds, indent.c_str(), step.name.c_str(),
                     step.raised ? " (an exception ended it)" : "");
-        for (const std::string& what : step.did) {
-            std::printf("               %s  - %s\n", indent.c_str(), what.c_str());
-        }
+        printNotes(step.did, indent);
         printSteps(step.steps, indent + "  ");
     }
 }
@@ -115,6 +122,8 @@ void printModules(const std::vector<ModuleRecord>& modules) {
         } else {
             std::printf("  %s: not loaded: %s\n", module.asked.c_str(), module.reason.c_str());
         }
+        printNotes(module.did, "");
+        printSteps(module.steps, "  ");
         for (const std::string& key : module.left) {
             std::printf("      left the service %s registered at its end\n", key.c_str());
         }
@@ -146,8 +155,9 @@ void printRun(const RunRecord& run) {
         std::printf("  %d %s:%d %s %s\n", line.level, line.unit.c_str(), line.line,
                     line.function.c_str(), line.text.c_str());
     }
-    std::printf("\nTree: %s\n\nUser tree: %s\n\nUser file after the end:\n%s\n", run.tree.c_str(),
-                run.userTree.c_str(), run.userFile.c_str());
+    std::printf("\nTree\n%s\n\nUser tree\n%s\n\nUser file after the end\n%s\n",
+                indentedJson(run.tree).c_str(), indentedJson(run.userTree).c_str(),
+                run.userFile.c_str());
 }
 
 }  // namespace

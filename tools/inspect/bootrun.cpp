@@ -24,8 +24,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string absolute(const std::string& path) {
-    return fs::absolute(path).lexically_normal().string();
+// The folder that an option names. A run gets it whole: what it is handed on to may take a relative
+// path for something else.
+std::optional<std::string> folderOf(const Arguments& arguments, const char* option) {
+    const std::optional<std::string> given = arguments.value(option);
+    if (!given) {
+        return std::nullopt;
+    }
+    if (given->empty()) {
+        throw UsageError(std::string("The option ") + option + " takes the name of a folder.");
+    }
+    return fs::absolute(*given).lexically_normal().string();
 }
 
 // While it lives, what is printed goes to standard error: standard output is the answer's.
@@ -63,8 +72,8 @@ class InspectedProgram : public VoMainAppCallback {
         aside.emplace();
         const OdAnsiString beside =
             voutCombinePath(vo_runtime_config("ExeRootPath")->strValue(), "modules");
-        odrxDynamicLinker()->addModuleFolder(OdUtf8StringToOdString(
-            folders.modules ? OdAnsiString(absolute(*folders.modules)) : beside));
+        odrxDynamicLinker()->addModuleFolder(
+            OdUtf8StringToOdString(folders.modules ? OdAnsiString(*folders.modules) : beside));
     }
     void uninitialize() override {}
     OdAnsiString queryAppDataPath() override { return appData; }
@@ -185,7 +194,7 @@ void useCopyOfUserFile(std::vector<std::string>& words, const std::string& scrat
 void useSystemFonts(const BootFolders& folders) {
     OdStringArray list;
     if (folders.systemFonts) {
-        list.append(OdUtf8StringToOdString(absolute(*folders.systemFonts)));
+        list.append(OdUtf8StringToOdString(OdAnsiString(*folders.systemFonts)));
     }
     odSetSystemFontFolders(list);
 }
@@ -198,11 +207,11 @@ OptionTable bootOptions() {
 }
 
 BootFolders bootFolders(const Arguments& arguments) {
-    return {.appData = arguments.value("--appdata"),
-            .documents = arguments.value("--documents"),
-            .temp = arguments.value("--temp"),
-            .systemFonts = arguments.value("--sysfonts"),
-            .modules = arguments.value("--modules")};
+    return {.appData = folderOf(arguments, "--appdata"),
+            .documents = folderOf(arguments, "--documents"),
+            .temp = folderOf(arguments, "--temp"),
+            .systemFonts = folderOf(arguments, "--sysfonts"),
+            .modules = folderOf(arguments, "--modules")};
 }
 
 RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>& commandLine,
@@ -216,7 +225,7 @@ RunRecord bootAndExit(const BootFolders& folders, const std::vector<std::string>
     if (!folders.appData) {
         scratch.emplace();
     }
-    InspectedProgram program(folders, scratch ? scratch->path() : absolute(*folders.appData));
+    InspectedProgram program(folders, scratch ? scratch->path() : *folders.appData);
     if (scratch) {
         useCopyOfUserFile(words, scratch->path(), program);
     }

@@ -11,7 +11,7 @@
 
 namespace inspect {
 
-/// Where a run finds its folders; what isn't given is the user's own.
+/// Where a run finds its folders, as absolute paths; what isn't given is the user's own.
 struct BootFolders {
     /// Without one the run works on a copy of the user's file.
     std::optional<std::string> appData;
@@ -24,6 +24,7 @@ struct BootFolders {
 
 /// The options by which BootFolders are given; a subcommand adds its own.
 OptionTable bootOptions();
+/// Relative ones are below the working folder. Raises UsageError for an empty name.
 BootFolders bootFolders(const Arguments& arguments);
 
 /// Runs vemo_root and vemo_exit with the command line. What modules print goes to standard error.

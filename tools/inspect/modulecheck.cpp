@@ -44,6 +44,9 @@ class Checker {
 void Checker::run() {
     files.push_back(
         {check.path, odReadModuleFile(OdUtf8StringToOdString(check.path)), nullptr, false});
+    if (!module().placeRefused.isEmpty()) {
+        object(utf8(module().placeRefused));
+    }
     if (isLibraryForThisMachine()) {
         checkInterfaces();
         checkLibraries();
@@ -69,8 +72,10 @@ bool Checker::isLibraryForThisMachine() {
         object("it is damaged: " + utf8(module().fault));
     } else if (!module().isSharedObject) {
         object("it is no shared object");
+    } else {
+        return true;
     }
-    return check.reasons.empty();
+    return false;
 }
 
 void Checker::checkInterfaces() {

@@ -7,43 +7,72 @@ namespace inspect {
 
 namespace {
 
-const FontSearch* substituteFor(const RunRecord& run, const FontSearch& search) {
-    const auto found = std::find_if(
-        run.fontSearches.begin(), run.fontSearches.end(), [&](const FontSearch& other) {
-            return other.isForSubstitute && other.wanted == search.wanted && !other.answer.empty();
-        });
+// The face's row tells it.
+bool isForFaceAlone(const FontSearch& search) {
+    return search.times == search.timesForFace;
+}
+
+// The first search for the name that has an answer; null when there is none.
+const FontSearch* answered(const RunRecord& run, const std::string& wanted, bool asSubstitute) {
+    const auto found = std::find_if(run.fontSearches.begin(), run.fontSearches.end(),
+                                    [&](const FontSearch& other) {
+                                        return other.isForSubstitute == asSubstitute &&
+                                               other.wanted == wanted && !other.answer.empty();
+                                    });
     return found == run.fontSearches.end() ? nullptr : &*found;
 }
 
-// A font is asked for by several roads, one of which is enough.
-bool isFoundOtherwise(const RunRecord& run, const FontSearch& search) {
-    return std::any_of(
-        run.fontSearches.begin(), run.fontSearches.end(), [&](const FontSearch& other) {
-            return !other.isForSubstitute && other.wanted == search.wanted && !other.answer.empty();
-        });
+// The same by the name that was asked for, and by those of the files that were looked for next.
+const FontSearch* answeredByAnyName(const RunRecord& run, const FontSearch& search,
+                                    bool asSubstitute) {
+    const FontSearch* found = answered(run, search.wanted, asSubstitute);
+    for (const std::string& file : search.filesNext) {
+        found = found ? found : answered(run, file, asSubstitute);
+    }
+    return found;
 }
 
+// A font is asked for by several roads, one of which is enough.
 bool isMissing(const RunRecord& run, const FontSearch& search) {
-    return search.answer.empty() && !search.isForSubstitute && !isFoundOtherwise(run, search) &&
-           !substituteFor(run, search);
+    return search.answer.empty() && !search.isForSubstitute && !isForFaceAlone(search) &&
+           !answeredByAnyName(run, search, false) && !answeredByAnyName(run, search, true);
+}
+
+Markup mark(const std::string& words) {
+    return element("strong", {{"class", "mark"}}, escaped(words));
+}
+
+struct Served {
+    Markup by;
+    const char* kind = "";  // of the row
+};
+
+Served servedBy(const RunRecord& run, const FontSearch& search) {
+    if (!search.answer.empty()) {
+        return {escaped(search.answer)};
+    }
+    if (search.isForSubstitute) {
+        return {mark("None"), "warn"};
+    }
+    if (const FontSearch* file = answeredByAnyName(run, search, false);
+        file && !search.filesNext.empty()) {
+        return {escaped(file->answer + ", found by the file's name " + file->wanted)};
+    }
+    Markup words = mark("Not found");
+    for (const std::string& file : search.filesNext) {
+        words += escaped(", nor the file " + file);
+    }
+    if (const FontSearch* substitute = answeredByAnyName(run, search, true)) {
+        words += escaped("; " + substitute->answer + " was named in its place");
+    }
+    return {words, isMissing(run, search) ? "bad" : "warn"};
 }
 
 Row searchRow(const RunRecord& run, const FontSearch& search) {
-    Row row;
-    Markup served = escaped(search.answer);
-    if (search.answer.empty()) {
-        served = element("strong", {{"class", "mark"}},
-                         escaped(search.isForSubstitute ? "None" : "Not found"));
-        row.kind = isMissing(run, search) ? "bad" : "warn";
-        if (const FontSearch* substitute = substituteFor(run, search);
-            substitute && !search.isForSubstitute) {
-            served += escaped("; " + substitute->answer + " was named in its place");
-            row.kind = "warn";
-        }
-    }
-    row.cells = {escaped(search.wanted), escaped(search.as), served,
-                 escaped(std::to_string(search.times))};
-    return row;
+    const Served served = servedBy(run, search);
+    return {{escaped(search.wanted), escaped(search.as), served.by,
+             escaped(std::to_string(search.times - search.timesForFace))},
+            served.kind};
 }
 
 std::string stylesText(int styles) {
@@ -85,7 +114,9 @@ std::size_t fontsNotFound(const RunRecord& run) {
 Markup fontSearchesSection(const RunRecord& run) {
     std::vector<Row> rows;
     for (const FontSearch& search : run.fontSearches) {
-        rows.push_back(searchRow(run, search));
+        if (!isForFaceAlone(search)) {
+            rows.push_back(searchRow(run, search));
+        }
     }
     if (rows.empty()) {
         return element("p", {{"class", "lead"}}, escaped("The run looked for no font."));
@@ -93,8 +124,8 @@ Markup fontSearchesSection(const RunRecord& run) {
     return element(
                "p", {{"class", "lead"}},
                escaped("Each font that was looked for, those that the drawings name among them, "
-                       "in the order of the first time. A face that isn't found is often "
-                       "looked for by its file's name next, which is a row of its own.")) +
+                       "in the order of the first time. A TrueType file that was looked for "
+                       "directly behind a face that isn't there belongs to that face.")) +
            table({{"Asked for", 24}, {"As", 22}, {"Served by", 44}, {"Times", 10}}, rows);
 }
 

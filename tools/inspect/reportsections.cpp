@@ -1,6 +1,6 @@
 #include "reportsections.h"
 
-#include <algorithm>
+#include "indentedjson.h"
 
 namespace inspect {
 
@@ -80,7 +80,7 @@ Markup servicesSection(const RunRecord& run) {
                         : lead(
                               "The library's own are in the program that made this report: it "
                               "carries the library.") +
-                              table({{"Key", 26}, {"Class", 34}, {"File", 40}}, rows);
+                              table({{"Key", 24}, {"Class", 42}, {"File", 34}}, rows);
 }
 
 Markup pathsSection(const RunRecord& run) {
@@ -134,43 +134,6 @@ Markup logSection(const RunRecord& run) {
     }
     return rows.empty() ? lead("No line was written.")
                         : table({{"Level", 16}, {"Written by", 32}, {"Text", 52}}, rows);
-}
-
-std::string indentedJson(const std::string& json) {
-    std::string result;
-    std::size_t depth = 0;
-    bool inText = false;
-    const auto newLine = [&] { result += "\n" + std::string(2 * depth, ' '); };
-    for (std::size_t at = 0; at < json.size(); ++at) {
-        const char c = json[at];
-        if (inText) {
-            result += c;
-            if (c == '\\' && at + 1 < json.size()) {
-                result += json[++at];
-            }
-            inText = c != '"';
-        } else if ((c == '{' || c == '[') && at + 1 < json.size() && json[at + 1] == c + 2) {
-            // Nothing in it; both kinds of bracket close with the second character after them.
-            result += {c, json[++at]};
-        } else if (c == '{' || c == '[') {
-            result += c;
-            ++depth;
-            newLine();
-        } else if (c == '}' || c == ']') {
-            depth -= std::min<std::size_t>(depth, 1);
-            newLine();
-            result += c;
-        } else {
-            inText = c == '"';
-            result += c;
-            if (c == ',') {
-                newLine();
-            } else if (c == ':') {
-                result += ' ';
-            }
-        }
-    }
-    return result;
 }
 
 }  // namespace inspect

@@ -18,10 +18,7 @@ Markup fontSearchesSection(const RunRecord& run);
 /// All fonts that there are.
 Markup fontListsSection(const RunRecord& run);
 
-/// The searches that no file and no substitute answered.
+/// The names that no file and no substitute answered.
 std::size_t fontsNotFound(const RunRecord& run);
-
-/// JSON text on lines of its own, indented.
-std::string indentedJson(const std::string& json);
 
 }  // namespace inspect

@@ -97,8 +97,9 @@ rect.failed { fill: var(--bad); stroke: var(--bad-edge); }
   body { max-width: none; padding: 0; font-size: 11px; }
   table, pre, dt { font-size: 10px; }
   tr, .verdict { break-inside: avoid; }
-  h2, h3, summary { break-after: avoid; }
+  h2, h3, summary, .lead, figcaption, .ticks { break-after: avoid; }
   nav { display: none; }
+  .print summary { list-style: none; }
   .print::details-content { content-visibility: visible; block-size: auto; }
 }
 )";

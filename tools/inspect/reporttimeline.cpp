@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace inspect {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr int kRowHeight = 24;
 constexpr int kHeadHeight = 28;
+constexpr std::size_t kRowsOfPiece = 6;
 constexpr int kMostTicks = 6;
 // Of the width; so that the shortest span can be seen.
 constexpr double kLeastWidth = 0.25;
@@ -39,6 +41,17 @@ void addSteps(std::vector<Bar>& bars, const std::vector<Step>& steps) {
     }
 }
 
+void addModule(std::vector<Bar>& bars, const ModuleRecord& module) {
+    Bar bar{"module " + module.asked, module.began, module.milliseconds, "module", module.did};
+    if (!module.loaded) {
+        bar.name += " (not loaded)";
+        bar.kind = "failed";
+        bar.did.push_back(module.reason);
+    }
+    bars.push_back(std::move(bar));
+    addSteps(bars, module.steps);
+}
+
 void setDepths(std::vector<Bar>& bars) {
     // Times are sums of rounded numbers.
     constexpr double kNanosecond = 1e-6;
@@ -56,10 +69,7 @@ std::vector<Bar> barsBetween(const RunRecord& run, double begin, double end) {
     std::vector<Bar> bars;
     addSteps(bars, run.steps);
     for (const ModuleRecord& module : run.modules) {
-        bars.push_back(
-            {"module " + module.asked + (module.loaded ? "" : " (not loaded)"), module.began,
-             module.milliseconds, module.loaded ? "module" : "failed",
-             module.loaded ? std::vector<std::string>() : std::vector<std::string>{module.reason}});
+        addModule(bars, module);
     }
     std::erase_if(bars, [&](const Bar& bar) { return bar.began < begin || bar.began >= end; });
     std::stable_sort(bars.begin(), bars.end(), [](const Bar& first, const Bar& second) {
@@ -88,34 +98,45 @@ double tickStep(double length) {
     return 10 * power;
 }
 
-Markup line(double at, int height) {
-    return element("line",
-                   {{"class", "tick"},
-                    {"x1", percent(at)},
-                    {"x2", percent(at)},
-                    {"y1", std::to_string(kHeadHeight - 8)},
-                    {"y2", std::to_string(height)}},
-                   Markup());
-}
-
-Markup ticks(double length, int height) {
-    Markup marks;
+/// Where the lines of the ticks stand, and what they mean.
+std::vector<std::pair<double, std::string>> ticksOf(double length) {
+    std::vector<std::pair<double, std::string>> ticks;
     const double step = tickStep(length);
     for (int number = 0; number * step < length * 0.98; ++number) {
         char label[64] = "";
         std::snprintf(label, sizeof label, "%.6g ms", number * step);
-        const double at = 100 * number * step / length;
-        marks += line(at, height);
-        // The last label would leave the picture to the right.
-        marks += element("text",
-                         {{"class", "tick"},
-                          {"x", percent(at)},
-                          {"dx", at > 85 ? "-4" : "2"},
-                          {"y", "14"},
-                          {"text-anchor", at > 85 ? "end" : "start"}},
-                         escaped(label));
+        ticks.emplace_back(100 * number * step / length, label);
     }
-    return marks;
+    return ticks;
+}
+
+Markup tickLines(double length, int top, int bottom) {
+    Markup lines;
+    for (const auto& [at, label] : ticksOf(length)) {
+        lines += element("line",
+                         {{"class", "tick"},
+                          {"x1", percent(at)},
+                          {"x2", percent(at)},
+                          {"y1", std::to_string(top)},
+                          {"y2", std::to_string(bottom)}},
+                         Markup());
+    }
+    return lines;
+}
+
+Markup tickLabels(double length) {
+    Markup labels;
+    for (const auto& [at, label] : ticksOf(length)) {
+        // The last label would leave the picture to the right.
+        labels += element("text",
+                          {{"class", "tick"},
+                           {"x", percent(at)},
+                           {"dx", at > 85 ? "-4" : "2"},
+                           {"y", "14"},
+                           {"text-anchor", at > 85 ? "end" : "start"}},
+                          escaped(label));
+    }
+    return labels;
 }
 
 // Beside the bar where there is room for it, otherwise over it.
@@ -133,33 +154,51 @@ Markup label(const Bar& bar, const Extent& extent, int top) {
     return element("text", attributes, escaped(bar.name + ", " + durationText(bar.milliseconds)));
 }
 
-Markup picture(const std::vector<Bar>& bars, double begin, double length,
-               const std::string& title) {
-    const int height = kHeadHeight + static_cast<int>(bars.size()) * kRowHeight;
-    Markup content = ticks(length, height);
-    int top = kHeadHeight;
-    for (const Bar& bar : bars) {
-        const double from = std::min(100 * (bar.began - begin) / length, 100 - kLeastWidth);
-        const double width = std::clamp(100 * bar.milliseconds / length, kLeastWidth, 100 - from);
-        // What lies in another bar is thinner.
-        const int inset = bar.depth == 0 ? 2 : 4;
-        content += element("rect",
-                           {{"class", bar.kind},
-                            {"x", percent(from)},
-                            {"width", percent(width)},
-                            {"y", std::to_string(top + inset)},
-                            {"height", std::to_string(kRowHeight - 2 * inset)},
-                            {"rx", "2"}},
-                           Markup());
-        content += label(bar, {from, from + width}, top) + trusted("\n");
-        top += kRowHeight;
-    }
+Markup piece(const char* kind, int height, const Markup& content) {
     return element("svg",
-                   {{"role", "img"},
-                    {"aria-label", title + ": a bar for each step and module; the table tells it"},
+                   {{"class", kind},
+                    {"aria-hidden", "true"},
                     {"width", "100%"},
                     {"height", std::to_string(height)}},
-                   content);
+                   content) +
+           trusted("\n");
+}
+
+Markup barWithLabel(const Bar& bar, double begin, double length, int top) {
+    const double from = std::min(100 * (bar.began - begin) / length, 100 - kLeastWidth);
+    const double width = std::clamp(100 * bar.milliseconds / length, kLeastWidth, 100 - from);
+    // What lies in another bar is thinner.
+    const int inset = bar.depth == 0 ? 2 : 4;
+    return element("rect",
+                   {{"class", bar.kind},
+                    {"x", percent(from)},
+                    {"width", percent(width)},
+                    {"y", std::to_string(top + inset)},
+                    {"height", std::to_string(kRowHeight - 2 * inset)},
+                    {"rx", "2"}},
+                   Markup()) +
+           label(bar, {from, from + width}, top);
+}
+
+// In pieces, one below the other, between which a printed page may end.
+Markup picture(const std::vector<Bar>& bars, double begin, double length,
+               const std::string& title) {
+    Markup pieces = piece("ticks", kHeadHeight,
+                          tickLabels(length) + tickLines(length, kHeadHeight - 8, kHeadHeight));
+    for (std::size_t first = 0; first < bars.size(); first += kRowsOfPiece) {
+        const std::size_t end = std::min(first + kRowsOfPiece, bars.size());
+        const int height = static_cast<int>(end - first) * kRowHeight;
+        Markup content = tickLines(length, 0, height);
+        int top = 0;
+        for (std::size_t index = first; index < end; ++index, top += kRowHeight) {
+            content += barWithLabel(bars[index], begin, length, top) + trusted("\n");
+        }
+        pieces += piece("bars", height, content);
+    }
+    return element("div",
+                   {{"role", "img"},
+                    {"aria-label", title + ": a bar for each step and module; the table tells it"}},
+                   pieces);
 }
 
 Markup asTable(const std::vector<Bar>& bars, double begin) {

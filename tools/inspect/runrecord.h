@@ -26,6 +26,9 @@ struct ModuleRecord {
     double began = 0;  // milliseconds after the beginning of the run
     double milliseconds = 0;
     std::vector<std::string> left;  // keys of the services that it left registered at its end
+    // While it was loaded.
+    std::vector<std::string> did = {};
+    std::vector<Step> steps = {};
 };
 
 struct ServiceRecord {
@@ -84,6 +87,9 @@ struct FontSearch {
     bool isForSubstitute;
     std::string answer;  // a file, or the substitute's name; empty when there is none
     int times = 1;
+    int timesForFace = 0;  // of these, directly behind a face that wasn't found
+    // Of a face that wasn't found: the TrueType files that were looked for directly behind it.
+    std::vector<std::string> filesNext = {};
 };
 
 struct RunRecord {

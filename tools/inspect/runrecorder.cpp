@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include <global/log.h>
 
@@ -146,7 +147,7 @@ void RunRecorder::spanBegan(run::SpanKind kind, const OdAnsiString& name) {
     } else if (service && name == kLastStep) {
         takeServicesLeft();
     }
-    OpenSpan span{kind, {}, Clock::now()};
+    OpenSpan span{kind, {}, Clock::now(), record.modules.size() - 1};
     span.step.began = sinceStart(span.began);
     span.step.name = (kind == run::SpanKind::kModuleEnd ? "end of " : "") + name.str();
     open.push_back(std::move(span));
@@ -162,22 +163,26 @@ void RunRecorder::spanEnded(bool raised) {
         std::chrono::duration<double, std::milli>(Clock::now() - span.began).count();
     span.step.raised = raised;
     if (span.kind == run::SpanKind::kModuleLoad) {
-        // A load within a load has a record of its own behind this one.
-        const auto module =
-            std::find_if(record.modules.rbegin(), record.modules.rend(),
-                         [&](const ModuleRecord& other) { return other.asked == span.step.name; });
-        module->began = span.step.began;
-        module->milliseconds = span.step.milliseconds;
-        if (!module->loaded) {
-            takeFailure(*module);
-        }
-        if (!open.empty()) {
-            open.back().step.did.push_back((module->loaded ? "loaded " : "couldn't load ") +
-                                           module->asked);
-        }
+        endLoad(std::move(span));
         return;
     }
     (open.empty() ? record.steps : open.back().step.steps).push_back(std::move(span.step));
+}
+
+// Modules have a list of their own; the span around a load names it.
+void RunRecorder::endLoad(OpenSpan&& load) {
+    ModuleRecord& module = record.modules[load.module];
+    module.began = load.step.began;
+    module.milliseconds = load.step.milliseconds;
+    module.did = std::move(load.step.did);
+    module.steps = std::move(load.step.steps);
+    if (!module.loaded) {
+        takeFailure(module);
+    }
+    if (!open.empty()) {
+        open.back().step.did.push_back((module.loaded ? "loaded " : "couldn't load ") +
+                                       module.asked);
+    }
 }
 
 void RunRecorder::noted(const OdAnsiString& text) {
@@ -186,13 +191,11 @@ void RunRecorder::noted(const OdAnsiString& text) {
     }
 }
 
-void RunRecorder::moduleAnswered(const OdString& asked, OdRxModule* module) {
-    const std::string name = utf8(asked);
-    const auto found = std::find_if(record.modules.rbegin(), record.modules.rend(),
-                                    [&](const ModuleRecord& other) { return other.asked == name; });
-    if (module && found != record.modules.rend()) {
-        found->loaded = true;
-        found->file = fileOf(*module);
+void RunRecorder::moduleAnswered(const OdString& /*asked*/, OdRxModule* module) {
+    if (module && !open.empty() && open.back().kind == run::SpanKind::kModuleLoad) {
+        ModuleRecord& loaded = record.modules[open.back().module];
+        loaded.loaded = true;
+        loaded.file = fileOf(*module);
     }
 }
 
@@ -223,14 +226,32 @@ void RunRecorder::searched(run::SearchKind kind, const OdString& wanted, int det
     if (as.empty()) {
         return;
     }
-    FontSearch search{utf8(wanted), as, kind == run::SearchKind::kSubstitute, utf8(answer)};
+    FontSearch& search =
+        addSearch({utf8(wanted), as, kind == run::SearchKind::kSubstitute, utf8(answer)});
+    const std::optional<std::size_t> face = std::exchange(lostFace, std::nullopt);
+    if (kind == run::SearchKind::kFace && answer.isEmpty()) {
+        lostFace = static_cast<std::size_t>(&search - record.fontSearches.data());
+    } else if (face && kind == run::SearchKind::kFile &&
+               detail == OdDbBaseHostAppServices::kTrueTypeFontFile) {
+        ++search.timesForFace;
+        std::vector<std::string>& files = record.fontSearches[*face].filesNext;
+        if (std::find(files.begin(), files.end(), search.wanted) == files.end()) {
+            files.push_back(search.wanted);
+        }
+        // A name with folders is often tried without them next.
+        lostFace = answer.isEmpty() ? face : std::nullopt;
+    }
+}
+
+FontSearch& RunRecorder::addSearch(FontSearch&& search) {
     for (FontSearch& known : record.fontSearches) {
-        if (known.wanted == search.wanted && known.as == as && known.answer == search.answer) {
+        if (known.wanted == search.wanted && known.as == search.as &&
+            known.answer == search.answer) {
             ++known.times;
-            return;
+            return known;
         }
     }
-    record.fontSearches.push_back(std::move(search));
+    return record.fontSearches.emplace_back(std::move(search));
 }
 
 void RunRecorder::takeServicesLeft() {

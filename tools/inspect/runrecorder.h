@@ -39,18 +39,23 @@ class RunRecorder : public run::Observer {
         run::SpanKind kind;
         Step step;
         Clock::time_point began;
+        std::size_t module;  // of a load, in the record
     };
 
     double sinceStart(Clock::time_point time) const;
     void takeConfiguration();
     void takeOrigin();
     void takeServices();
+    void endLoad(OpenSpan&& load);
     void takeFailure(ModuleRecord& module);
+    FontSearch& addSearch(FontSearch&& search);
     void takeServicesLeft();
 
     RunRecord& record;
     Clock::time_point start = Clock::now();
     std::vector<OpenSpan> open;
+    // The face that the search before this one didn't find; its place in the record.
+    std::optional<std::size_t> lostFace;
     // Outlives the runtime, and with it the dictionary of services.
     VoAppService* service = nullptr;
 };

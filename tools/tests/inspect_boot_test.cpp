@@ -68,6 +68,18 @@ TEST_F(InspectBootTest, WhatModulesPrintLeavesTheAnswerAlone) {
     EXPECT_THAT(result.errors, AllOf(HasSubstr("User module"), HasSubstr("Closed 1 drawing.")));
 }
 
+TEST_F(InspectBootTest, TheTextHasEachMemberOfTheTreeOnALine) {
+    const std::string longText(5000, 'x');
+    const std::string program =
+        programWith(R"({"Core": {"long": ")" + longText + R"(", "list": [1, {"a,b": "{:"}]}})");
+    const vemoapp::RunResult result = run({"boot", "--", program});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("\nTree\n{\n  \"Core\": {\n    \"long\": \"" + longText +
+                                         "\",\n    \"list\": [\n      1,\n      {\n"
+                                         "        \"a,b\": \"{:\"\n      }\n    ]\n  },\n"));
+    EXPECT_THAT(result.output, HasSubstr("\nUser tree\n{\n  \""));
+}
+
 TEST_F(InspectBootTest, HelpPrintsTheUsageTextOfTheRun) {
     const vemoapp::RunResult result = run({"boot", "--json", "--", builtProgram(), "--help"});
     EXPECT_EQ(result.status, 0);
@@ -128,6 +140,45 @@ TEST_F(InspectBootTest, AppDataIsWrittenAsInARealRun) {
     EXPECT_EQ(scratch.read("data/user.json"), textAt(boot, "/userFile"));
     EXPECT_THAT(scratch.read("data/user.json"), HasSubstr("\"mine\": 1"));
     EXPECT_TRUE(fs::exists(scratch.path("data/Template")));
+}
+
+TEST_F(InspectBootTest, RelativeFoldersAreBelowTheWorkingFolder) {
+    for (const char* name : {"data", "papers", "temporary", "fonts", "modules"}) {
+        fs::create_directory(scratch.path(name));
+    }
+    scratch.copyFile(fs::path(testModules()) / "libstage.so", "modules/libstage.so");
+    const std::string program =
+        programWith(R"({"Core": {"CoreLibrary": ["stage"]}, "User": {"version": 256}})");
+    const auto boot =
+        answer({"boot", "--appdata", "data", "--documents", "./papers", "--temp",
+                "data/../temporary", "--sysfonts", "fonts", "--modules", "modules", "--", program},
+               "boot");
+    const auto runtime = [&](const std::string& key) {
+        return textAt(boot, "/tree/Runtime/" + key);
+    };
+    EXPECT_EQ(runtime("AppDataPath"), scratch.path("data"));
+    EXPECT_EQ(runtime("DocumentPath"), scratch.path("papers"));
+    EXPECT_EQ(runtime("TempPath"), scratch.path("temporary"));
+    EXPECT_EQ(runtime("SysFontPath"), scratch.path("fonts"));
+    EXPECT_EQ(textAt(boot, "/modules/0/file"), scratch.path("modules/libstage.so"));
+}
+
+TEST_F(InspectBootTest, WhatAModuleDoesWhileItIsLoaded) {
+    const std::string program =
+        programWith(R"({"Core": {"CoreLibrary": ["loader"]}, "User": {"version": 256}})");
+    const std::vector<std::string> line = {"boot", "--modules", testModules(), "--", program};
+    const auto boot = answer(line, "boot");
+    const rapidjson::Value* loader = entry(boot, "/modules", "asked", "libloader.so");
+    ASSERT_TRUE(loader);
+    EXPECT_EQ(textAt(*loader, "/did/0"), "loaded libalpha.so");
+    EXPECT_THAT(textAt(*loader, "/did/1"), AllOf(StartsWith("wrote "), EndsWith("/user.json")));
+    const rapidjson::Value* inner = entry(boot, "/modules", "asked", "libalpha.so");
+    ASSERT_TRUE(inner);
+    EXPECT_EQ(at(*inner, "/loaded"), "true");
+    EXPECT_EQ(at(*inner, "/did"), "[]");
+    EXPECT_EQ(at(*entry(boot, "/steps", "name", "first wave of modules"), "/did"),
+              R"(["loaded libloader.so"])");
+    EXPECT_THAT(run(line).output, HasSubstr(" - loaded libalpha.so\n"));
 }
 
 // ---- what goes wrong ----

@@ -45,13 +45,18 @@ TEST_F(InspectTest, WrongUseSaysWhyAndWritesNoAnswer) {
         {"boot", "--"},
         {"boot", builtProgram()},
         {"boot", "--appdata", "--", builtProgram()},
+        {"boot", "--appdata", "--json", "--", builtProgram()},
+        {"boot", "--appdata", "", "--", builtProgram()},
         {"boot", "--temp", "a", "--temp", "b", "--", builtProgram()},
+        {"report", "--sysfonts", "--modules", "--", builtProgram()},
         {"find", "txt.shx"},
         {"find", "--", builtProgram()},
         {"find", "txt.shx", "--bold", "--", builtProgram()},
         {"find", "txt.shx", "--typeface", "Arial", "--", builtProgram()},
         {"find", "txt.shx", "--hint", "font", "--", builtProgram()},
+        {"find", "--typeface", "--bold", "--", builtProgram()},
     };
+    fs::create_directories(scratch.path("--json"));
     for (const std::vector<std::string>& line : lines) {
         const vemoapp::RunResult result = run(line);
         EXPECT_EQ(result.status, 2) << testing::PrintToString(line);
@@ -158,6 +163,24 @@ TEST_F(InspectTest, AReportOfABuiltApplication) {
     EXPECT_THAT(page.output, StartsWith("<!DOCTYPE html>"));
     EXPECT_THAT(page.output, AllOf(HasSubstr("libdocmgr.so"), HasSubstr("Core/FindFonts"),
                                    HasSubstr("<svg"), HasSubstr("</html>")));
+}
+
+TEST_F(InspectTest, TheReportTellsWhatServedAFace) {
+    fs::create_directory(scratch.path("fonts"));
+    scratch.copyFile(kRealFont, "fonts/own.ttf");
+    const std::string drawing = scratch.write(
+        "a.dxf",
+        "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nSTYLE\n0\nSTYLE\n2\nA\n70\n0\n3\nC:\\own.ttf\n"
+        "1001\nACAD\n1000\nNobody\n1071\n0\n0\nENDTAB\n0\nENDSEC\n0\nEOF\n");
+    const std::string page =
+        run({"report", "--sysfonts", "fonts", "--", builtProgram(), drawing}).output;
+    const std::size_t face = page.find(">Nobody</td>");
+    ASSERT_NE(face, std::string::npos);
+    EXPECT_THAT(page.substr(face, page.find("</tr>", face) - face),
+                HasSubstr(">" + scratch.path("fonts/own.ttf") +
+                          ", found by the file&#39;s name own.ttf</td>"));
+    EXPECT_EQ(page.find(">own.ttf</td>"), std::string::npos);
+    EXPECT_EQ(page.find(">C:\\own.ttf</td>"), std::string::npos);
 }
 
 }  // namespace

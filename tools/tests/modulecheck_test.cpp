@@ -67,6 +67,13 @@ TEST_F(InspectedModule, Good) {
     EXPECT_EQ(check.interfaceVersion, odInterfaceVersion());
 }
 
+TEST_F(InspectedModule, PlaceThatEveryoneMayWrite) {
+    copy("libinspected_helper.so");
+    const std::string path = copy("libinspected_good.so");
+    fs::permissions(folder.path(), fs::perms::all);
+    EXPECT_THAT(checked(path).reasons, ElementsAre(HasSubstr("everyone may write its folder")));
+}
+
 TEST_F(InspectedModule, MissingLibrary) {
     const ModuleCheck check = checked(copy("libinspected_good.so"));
     EXPECT_THAT(check.missingLibraries, ElementsAre("libinspected_helper.so"));

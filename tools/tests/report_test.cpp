@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "indentedjson.h"
 #include "reporthtml.h"
 #include "reportsections.h"
 
@@ -138,6 +139,16 @@ bool fetches(const std::string& page) {
     return page.find("url(") != page.npos || page.find("@import") != page.npos;
 }
 
+// Rows of a table, without its head.
+std::size_t rowsIn(const std::string& markup) {
+    std::size_t rows = 0;
+    for (std::size_t at = markup.find("<tbody"); at != markup.npos;
+         at = markup.find("<tr", at + 1)) {
+        ++rows;
+    }
+    return rows - 1;
+}
+
 TEST(Report, TextOfARunNeverBecomesMarkup) {
     const std::string page = inspect::reportPage(hostileRun(), kHostile);
     EXPECT_THAT(page, Not(HasSubstr("<script")));
@@ -206,6 +217,28 @@ TEST(Report, CountsFontsThatNothingServes) {
     EXPECT_THAT(inspect::fontSearchesSection(run).str(),
                 HasSubstr("txt.shx was named in its place"));
     EXPECT_EQ(1U, inspect::fontsNotFound(run));
+}
+
+TEST(Report, AFaceAndItsFileAreOneRow) {
+    inspect::RunRecord run;
+    run.fontSearches = {{"Face", "TrueType face", false, "", 2, 0, {"face.ttf"}},
+                        {"face.ttf", "TrueType file", false, "/f/face.ttf", 2, 2},
+                        {"Lost", "TrueType face", false, "", 1, 0, {"c:/lost.ttf", "lost.ttf"}},
+                        {"c:/lost.ttf", "TrueType file", false, "", 1, 1},
+                        {"lost.ttf", "TrueType file", false, "", 1, 1}};
+    const std::string alone = inspect::fontSearchesSection(run).str();
+    EXPECT_THAT(alone, HasSubstr("/f/face.ttf, found by the file&#39;s name face.ttf"));
+    EXPECT_THAT(alone, HasSubstr(", nor the file c:/lost.ttf, nor the file lost.ttf"));
+    EXPECT_EQ(2U, rowsIn(alone));
+    EXPECT_EQ(1U, inspect::fontsNotFound(run));
+
+    // Another text style names the same file, and there is something for the lost one.
+    run.fontSearches[1].times = 3;
+    run.fontSearches.push_back({"lost.ttf", "substitute for a TrueType font", true, "other.ttf"});
+    const std::string together = inspect::fontSearchesSection(run).str();
+    EXPECT_EQ(4U, rowsIn(together));
+    EXPECT_THAT(together, HasSubstr("; other.ttf was named in its place"));
+    EXPECT_EQ(0U, inspect::fontsNotFound(run));
 }
 
 TEST(Report, IndentsJsonButNotItsTexts) {

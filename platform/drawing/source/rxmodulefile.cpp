@@ -6,6 +6,7 @@
 #include "drawing/rxmodule.h"
 #include "elfarchitecture.h"
 #include "elfdynamic.h"
+#include "moduleplace.h"
 #include "moduleversion.h"
 
 namespace {
@@ -31,6 +32,7 @@ void describe(const ElfFile& file, OdRxModuleFileInfo& info) {
 
 OdRxModuleFileInfo odReadModuleFile(const OdString& path) {
     OdRxModuleFileInfo info;
+    info.placeRefused = placeRefusal(path);
     try {
         describe(ElfFile(path), info);
     } catch (const OdError& error) {

@@ -1,7 +1,7 @@
 // The user file whose settings were discarded as out of date, while it still is their only copy.
 #pragma once
 
-#include <drawing/odstring.h>
+#include <drawing/runtime.h>
 
 /// Interface thread.
 class OutdatedUserFile {

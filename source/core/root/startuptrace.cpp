@@ -2,10 +2,12 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "rootlog.h"
 #include "runobserver.h"
@@ -15,7 +17,11 @@ namespace {
 
 class TraceWriter : public run::Observer {
   public:
-    explicit TraceWriter(std::FILE* openFile) : file(openFile) { std::fputs("[", file); }
+    explicit TraceWriter(std::FILE* openFile) : file(openFile) {
+        std::fputs("[", file);
+        nameTrack("process_name", program_invocation_short_name);
+        nameTrack("thread_name", "start and end");
+    }
     ~TraceWriter() override {
         std::fputs("\n]\n", file);
         std::fclose(file);
@@ -24,17 +30,19 @@ class TraceWriter : public run::Observer {
     TraceWriter& operator=(const TraceWriter&) = delete;
 
     void spanBegan(run::SpanKind kind, const OdAnsiString& name) override {
-        const VoJsonPtr event = newEvent("B");
-        event->set_propertys("name", name, false);
-        event->set_propertys("cat", kind == run::SpanKind::kStep ? "step" : "module", false);
-        write(event);
+        open.push_back({shownName(kind, name), kind == run::SpanKind::kStep ? "step" : "module"});
+        write(newSpanEvent("B"));
     }
     void spanEnded(bool raised) override {
-        const VoJsonPtr event = newEvent("E");
-        if (raised) {
-            event->set_propertyJ("args", argument("outcome", "an exception ended it"));
+        if (open.empty()) {
+            return;
         }
-        write(event);
+        // Not as an argument of the end: there are viewers that then take it for another span's.
+        if (raised) {
+            noted("an exception ended " + open.back().name);
+        }
+        write(newSpanEvent("E"));
+        open.pop_back();
     }
     void noted(const OdAnsiString& text) override {
         const VoJsonPtr event = newEvent("i");
@@ -49,10 +57,39 @@ class TraceWriter : public run::Observer {
     }
 
   private:
-    static VoJsonPtr argument(const char* key, const char* text) {
-        VoJsonPtr arguments = tree::newObject();
-        arguments->set_propertys(key, text, false);
-        return arguments;
+    struct OpenSpan {
+        OdAnsiString name;
+        const char* category;
+    };
+
+    static OdAnsiString shownName(run::SpanKind kind, const OdAnsiString& name) {
+        switch (kind) {
+            case run::SpanKind::kModuleLoad:
+                return "load of " + name;
+            case run::SpanKind::kModuleEnd:
+                return "end of " + name;
+            case run::SpanKind::kStep:
+                break;
+        }
+        return name;
+    }
+
+    // What a viewer shows instead of the numbers.
+    void nameTrack(const char* what, const char* name) {
+        const VoJsonPtr event = newEvent("M");
+        event->set_propertys("name", what, false);
+        const VoJsonPtr arguments = tree::newObject();
+        arguments->set_propertys("name", name, false);
+        event->set_propertyJ("args", arguments);
+        write(event);
+    }
+
+    // Of the innermost span. Viewers match an end to its beginning by name.
+    VoJsonPtr newSpanEvent(const char* phase) const {
+        VoJsonPtr event = newEvent(phase);
+        event->set_propertys("name", open.back().name, false);
+        event->set_propertys("cat", open.back().category, false);
+        return event;
     }
 
     VoJsonPtr newEvent(const char* phase) const {
@@ -74,6 +111,7 @@ class TraceWriter : public run::Observer {
 
     std::FILE* file;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    std::vector<OpenSpan> open;
     bool isFirst = true;
 };
 

@@ -148,8 +148,10 @@ void VoAppService::createUserFile(const OdAnsiString& path) {
         userConfigIsMadeUp = true;
     }
     if (!userConfig) {
-        userConfig = tree::newObject();
-        userConfig->SetDataI("version", kNewUserFileVersion);
+        // Whole before it is the user's: without its version it would count as a file of 1.0.
+        const VoJsonPtr made = tree::newObject();
+        made->SetDataI("version", kNewUserFileVersion);
+        userConfig = made;
     }
     if (!voutWriteFileSafely(path.str(), userConfig->writeJson().view())) {
         rootlog::write(rootlog::kSurvived, __LINE__, rootlog::kAppService, "loadUserConfig",

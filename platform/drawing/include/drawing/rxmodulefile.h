@@ -40,6 +40,8 @@ struct OdRxModuleFileInfo {
     /// Why the file can't be read, is no ELF file, or where it contradicts itself; empty when all
     /// is well. What was learnt up to there is kept.
     OdString fault;
+    /// Why the linker takes no module from where the file stands; empty for a place that will do.
+    OdString placeRefused;
 
     bool isElf = false;
     /// As `uname -m` has it, for instance "x86_64"; "machine N" for one that has no name here.
