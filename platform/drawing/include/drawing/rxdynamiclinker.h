@@ -47,9 +47,9 @@ class DRAWING_EXPORT OdRxDynamicLinker : public OdRxObject {
     /// All loaded modules, in load order.
     virtual OdArray<OdRxModulePtr> loadedModules() const = 0;
 
-    /// Names a folder, by its whole path, in which files are looked for that don't come with theirs,
-    /// before the system's places. Folders are searched in the order in which they were named; the
-    /// working folder never is, and a relative path names none.
+    /// Names a folder, by its whole path, in which files are looked for that don't come with
+    /// theirs, before the system's places. Folders are searched in the order in which they were
+    /// named; the working folder never is, and a relative path names none.
     virtual void addModuleFolder(const OdString& folder) = 0;
 
     /// What couldn't be loaded since odInitialize, in order; a reason that comes twice in a row for
