@@ -16,6 +16,10 @@ if(VEMO_SANITIZE)
   target_compile_options(vemo_options INTERFACE
     -fsanitize=${VEMO_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g)
   target_link_options(vemo_options INTERFACE -fsanitize=${VEMO_SANITIZE})
+  if(VEMO_FUZZ)
+    target_compile_options(vemo_options INTERFACE
+      -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/fuzz/sanitizers.ignore)
+  endif()
 else()
   # A name that nobody defines is found when a library is linked, not when it is loaded.
   target_link_options(vemo_options INTERFACE -Wl,-z,defs)

@@ -134,6 +134,25 @@ TEST_F(FontFiles, KeepTheFacesBeforeABrokenOne) {
     EXPECT_THAT(faces(), ElementsAre("A", "B"));
 }
 
+TEST_F(FontFiles, NameNoFaceWithoutEnd) {
+    const Face face = faceOf("Arrow", "Bold");
+    const auto naming = [&face](std::size_t times) {
+        const std::size_t faceAt = entryOf(times);
+        std::string bytes = "ttcf" + bytes32(0x00010000) + bytes32(times);
+        for (std::size_t count = 0; count < times; ++count) {
+            bytes += bytes32(faceAt);
+        }
+        return bytes + sfnt(face, faceAt);
+    };
+    EXPECT_TRUE(read(naming(500)));
+    EXPECT_EQ(records.size(), 500u);
+
+    const std::string bytes = naming(20000);
+    EXPECT_FALSE(read(bytes));
+    EXPECT_LE(records.size() * sfnt(face).size(), bytes.size() + 65536);
+    EXPECT_GT(records.size(), 500u) << "those before the limit stay";
+}
+
 // ---- real fonts ----
 
 // The file of this name among the system's fonts.

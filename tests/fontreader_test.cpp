@@ -253,4 +253,38 @@ TEST(SfntPlaces, AreTheOnlyOnesRead) {
     EXPECT_THAT(stream->seeks, Not(Contains(texts + arrow))) << "the full name is wanted by nobody";
 }
 
+// ---- how much is read ----
+
+// As many records as told, all of which name one text behind them.
+std::string sharedText(std::size_t records, std::size_t length) {
+    const std::string record = bytes16(1) + bytes16(0) + bytes16(kEnglish) + bytes16(kFamily) +
+                               bytes16(length) + bytes16(0);
+    std::string table = bytes16(0) + bytes16(records) + bytes16(0);
+    for (std::size_t count = 0; count < records; ++count) {
+        table += record;
+    }
+    return directory({}, 28) + table.replace(4, 2, bytes16(table.size())) +
+           std::string(length, 'A');
+}
+
+TEST(SfntReading, GoesALongestTextBeyondTheLength) {
+    EXPECT_EQ(readBytes(sharedText(2, 65535)).typeface, std::wstring(65535, 'A'));
+    EXPECT_EQ(readBytes(sharedText(3, 32768)).typeface, std::wstring(32768, 'A'));
+    EXPECT_EQ(raisedBy([] { readBytes(sharedText(3, 32769)); }), eFileInternalErr);
+    EXPECT_EQ(readBytes(sharedText(5000, 13)).typeface, std::wstring(13, 'A'));
+    EXPECT_EQ(raisedBy([] { readBytes(sharedText(5000, 14)); }), eFileInternalErr);
+}
+
+TEST(SfntReading, IsInProportionToTheLength) {
+    const std::string bytes = sharedText(5000, 5000);
+    const auto stream = newSparseStream(bytes.size());
+    stream->put(0, bytes);
+    EXPECT_EQ(raisedBy([&] { readFrom(stream); }), eFileInternalErr);
+    std::uint64_t count = 0;
+    for (const SparseStream::Read& read : stream->reads) {
+        count += read.count;
+    }
+    EXPECT_LE(count, bytes.size() + 65536);
+}
+
 }  // namespace

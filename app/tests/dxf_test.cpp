@@ -172,6 +172,14 @@ TEST(Dxf, NamesAreReadInTheDrawingsCodePage) {
               "A\uFFFDB");
 }
 
+TEST(Dxf, WordsOfTheFormatAreMadeReadableToo) {
+    const DxfDrawing drawing = read(
+        lines(header("AC\xFF", "ANSI_\xE4\xB8") + section("ENTITIES", "0 LI\xFFNE") + "0 EOF"));
+    EXPECT_EQ(drawing.version, "AC\uFFFD");
+    EXPECT_EQ(drawing.codePage, "ANSI_\uFFFD");
+    EXPECT_THAT(drawing.entityCounts, ElementsAre(Pair("LI\uFFFDNE", 1)));
+}
+
 TEST(Dxf, WhatIsNoDrawingIsRefusedWithItsLine) {
     EXPECT_EQ(errorOf(""), "line 0: the file ends before its EOF mark");
     EXPECT_THAT(errorOf("{\n\"Core\": {}\n}\n"), HasSubstr("line 1: a group code is expected"));

@@ -85,7 +85,7 @@ void DxfParser::readHeader() {
 }
 
 void DxfParser::takeHeaderVariable(const std::string& name) {
-    std::string value(trimmed(records.current().value));
+    std::string value = decoder.decode(std::string(trimmed(records.current().value)));
     if (name == "$ACADVER") {
         drawing.version = value;
     } else if (name == "$DWGCODEPAGE") {
@@ -163,7 +163,7 @@ void DxfParser::takeEntity(const DxfRecord& record) {
         return;
     }
     checkRoom(drawing.entityCounts.size(), record.line);
-    ++drawing.entityCounts[record.type];
+    ++drawing.entityCounts[decoder.decode(record.type)];
     ++layerNamed(record.layer.value_or("0"), record.line).entities;
 }
 

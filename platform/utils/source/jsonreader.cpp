@@ -19,6 +19,15 @@ using rapidjson::GetParseError_En;
 constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
                                 rapidjson::kParseNumbersAsStringsFlag;
 
+// At the first byte of a character the parser's check takes all those that should follow, whatever
+// stands there; so there is something behind a text that ends within one.
+std::string copyToParse(std::string_view text) {
+    constexpr std::size_t mostFollowing = 3;
+    std::string copy;
+    copy.reserve(text.size() + mostFollowing);
+    return copy.append(text).append(mostFollowing, '\0');
+}
+
 std::string_view withoutByteOrderMark(std::string_view text) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     return text.substr(text.starts_with(mark) ? mark.size() : 0);
@@ -48,7 +57,7 @@ rapidjson::ParseResult parse(rapidjson::InsituStringStream& stream, bool wellFor
 
 std::optional<JsonError> readJsonText(std::string_view wholeText, VoJsonPtr& root) {
     const std::string_view text = withoutByteOrderMark(wholeText);
-    std::string copy(text);
+    std::string copy = copyToParse(text);
     rapidjson::InsituStringStream stream(copy.data());
     JsonTreeBuilder builder(text.find("\\u") != std::string_view::npos);
     const rapidjson::ParseResult result = parse(stream, isUtf8(text), builder);

@@ -71,5 +71,6 @@ std::time_t voutStrToTime(const OdAnsiString& text) {
     }
     const chrono::sys_seconds moment = chrono::sys_days(date) + chrono::hours(hour) +
                                        chrono::minutes(minute) + chrono::seconds(second);
-    return chrono::system_clock::to_time_t(moment);
+    // Not through the system's clock, whose nanoseconds end in the year 2262.
+    return static_cast<std::time_t>(moment.time_since_epoch().count());
 }

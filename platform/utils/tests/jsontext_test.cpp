@@ -209,6 +209,14 @@ TEST_F(JsonText, OnlyStrictJsonIsRead) {
     EXPECT_EQ(again("null"), "null");
 }
 
+TEST_F(JsonText, EndsWithinACharacterAreRefused) {
+    for (const std::string character : {"\xC3\xA9", "\xE4\xB8\xAD", "\xF0\x9F\x98\x80"}) {
+        for (std::size_t length = 1; length < character.size(); ++length) {
+            EXPECT_TRUE(read(std::string(64, ' ') + '"' + character.substr(0, length)).isNull());
+        }
+    }
+}
+
 TEST_F(JsonText, DepthIsBounded) {
     const auto brackets = [](int count) {
         return std::string(static_cast<std::size_t>(count), '[') +

@@ -81,6 +81,9 @@ TEST(TimeText, ReadsWhatTheCompilerWrites) {
     EXPECT_EQ(voutStrToTime("Jul 15 2021 04:22:04"), 1626322924);
     EXPECT_EQ(voutStrToTime("Jan  1 1970 00:00:09"), 9);
     EXPECT_EQ(voutStrToTime("Feb 29 2024 23:59:59"), 1709251199);
+    // Beyond what nanoseconds since 1970 can say.
+    EXPECT_EQ(voutStrToTime("Jan  1 0001 00:00:00"), -62135596800);
+    EXPECT_EQ(voutStrToTime("Dec 31 9999 23:59:59"), 253402300799);
     EXPECT_GT(voutStrToTime(__DATE__ " " __TIME__), 1700000000);
 }
 

@@ -7,6 +7,7 @@
 
 #include "bigendian.h"
 #include "fontassertion.h"
+#include "meteredstream.h"
 
 namespace vosi {
 
@@ -21,21 +22,29 @@ class FaceReader {
     FaceReader(OdStreamBufPtr file, std::vector<TtfFaceRecord>& result)
         : stream(std::move(file)), records(result) {}
 
-    bool readFaceAt(std::uint32_t offset);
-    bool readCollection();
+    bool read() { return isCollection() ? readCollection() : readFaceAt(0); }
 
   private:
+    bool isCollection();
+    bool readFaceAt(std::uint32_t offset);
+    bool readCollection();
     std::uint32_t readFaceOffset(std::uint32_t face);
 
-    OdStreamBufPtr stream;
+    MeteredStream stream;
     std::vector<TtfFaceRecord>& records;
     bool bold = false;
     bool italic = false;
 };
 
+bool FaceReader::isCollection() {
+    std::array<char, 4> tag{};
+    stream.getBytes(tag.data(), tag.size());
+    return std::memcmp(tag.data(), "ttcf", tag.size()) == 0;
+}
+
 bool FaceReader::readFaceAt(std::uint32_t offset) {
     TtfFaceRecord record;
-    stream->seek(offset, kSeekFromStart);
+    stream.seekTo(offset);
     if (!readTtfNameTable(stream, record.typeface, record.localNames, bold, italic)) {
         return false;
     }
@@ -47,16 +56,16 @@ bool FaceReader::readFaceAt(std::uint32_t offset) {
 
 std::uint32_t FaceReader::readFaceOffset(std::uint32_t face) {
     std::array<std::uint8_t, 4> bytes{};
-    stream->seek(kCollectionHeaderSize + std::int64_t{4} * face, kSeekFromStart);
-    stream->getBytes(bytes.data(), bytes.size());
+    stream.seekTo(kCollectionHeaderSize + std::uint64_t{4} * face);
+    stream.getBytes(bytes.data(), bytes.size());
     return bigEndian32(bytes.data());
 }
 
 bool FaceReader::readCollection() {
     static bool reported = false;
     std::array<std::uint8_t, kCollectionHeaderSize> header{};
-    stream->seek(0, kSeekFromStart);
-    stream->getBytes(header.data(), header.size());
+    stream.seekTo(0);
+    stream.getBytes(header.data(), header.size());
     const std::uint16_t major = bigEndian16(&header[4]);
     const std::uint16_t minor = bigEndian16(&header[6]);
     if ((major != 1 && major != 2) || minor != 0) {
@@ -77,12 +86,6 @@ bool FaceReader::readCollection() {
     return found;
 }
 
-bool isCollection(OdStreamBuf& stream) {
-    std::array<char, 4> tag{};
-    stream.getBytes(tag.data(), tag.size());
-    return std::memcmp(tag.data(), "ttcf", tag.size()) == 0;
-}
-
 }  // namespace
 
 bool readTtfDescriptors(const OdString& path, std::vector<TtfFaceRecord>& records) {
@@ -95,8 +98,7 @@ bool readTtfDescriptors(const OdString& path, std::vector<TtfFaceRecord>& record
         if (stream.isNull()) {
             return false;
         }
-        FaceReader reader(stream, records);
-        return isCollection(*stream) ? reader.readCollection() : reader.readFaceAt(0);
+        return FaceReader(stream, records).read();
     } catch (const OdError&) {
         return false;
     }

@@ -36,16 +36,22 @@ struct TtfFaceRecord : OdTtfDescriptor {
 /// a file that ends within its header raises OdError (eEndOfFile).
 ShxKind readShxKind(OdStreamBuf& stream);
 
+class MeteredStream;
+
 /// Reads the family names and the style of the face whose sfnt offset table begins at the stream's
 /// position. Names are added to `localNames` unless their language is there already; `typeface` is
 /// set on success; `bold` and `italic` are set to true or left alone. True when a name was added.
-/// Raises what the stream raises.
+/// Raises what the stream raises, and OdError (eFileInternalErr) for a file that names its parts so
+/// often that more would be read than is in it, give or take 64 KiB.
 bool readTtfNameTable(const OdStreamBufPtr& stream, OdString& typeface, FontNames& localNames,
                       bool& bold, bool& italic);
+/// The same as part of a reading that has one limit.
+bool readTtfNameTable(MeteredStream& stream, OdString& typeface, FontNames& localNames, bool& bold,
+                      bool& italic);
 
 /// Appends the faces of the font file or collection, with an empty `fileName`. True when at least
-/// one was appended. A file that can't be opened or read to its end gives false; faces appended
-/// before the failure stay.
+/// one was appended. A file that can't be opened or read to its end, or is beyond the limit of
+/// readTtfNameTable in all its faces together, gives false; faces appended before the failure stay.
 bool readTtfDescriptors(const OdString& path, std::vector<TtfFaceRecord>& records);
 
 }  // namespace vosi

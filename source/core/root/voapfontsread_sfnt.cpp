@@ -5,6 +5,7 @@
 
 #include "bigendian.h"
 #include "fontassertion.h"
+#include "meteredstream.h"
 #include "voapfontsread.h"
 
 namespace vosi {
@@ -16,10 +17,6 @@ constexpr std::uint16_t kEnglishUnitedStates = 1033;
 enum NameId : std::uint16_t { kFamily = 1, kSubfamily = 2 };
 enum Encoding : std::uint16_t { kUtf16 = 1, kUtf32 = 10 };
 
-bool seekTo(OdStreamBuf& stream, std::uint64_t position) {
-    return stream.seek(static_cast<std::int64_t>(position), kSeekFromStart) == position;
-}
-
 bool tagIs(const std::uint8_t* tag, const char* wanted) {
     const std::array<char, 5> text{static_cast<char>(tag[0]), static_cast<char>(tag[1]),
                                    static_cast<char>(tag[2]), static_cast<char>(tag[3]), '\0'};
@@ -27,7 +24,7 @@ bool tagIs(const std::uint8_t* tag, const char* wanted) {
 }
 
 // The number of tables, nothing when this is no sfnt file.
-std::optional<std::uint16_t> readOffsetTable(OdStreamBuf& stream) {
+std::optional<std::uint16_t> readOffsetTable(MeteredStream& stream) {
     static bool reported = false;
     std::array<std::uint8_t, 12> bytes{};
     stream.getBytes(bytes.data(), bytes.size());
@@ -40,7 +37,7 @@ std::optional<std::uint16_t> readOffsetTable(OdStreamBuf& stream) {
 }
 
 // The offset of the "name" table from the start of the file.
-std::optional<std::uint32_t> findNameTable(OdStreamBuf& stream, std::uint16_t tableCount) {
+std::optional<std::uint32_t> findNameTable(MeteredStream& stream, std::uint16_t tableCount) {
     static bool reported = false;
     for (unsigned int table = 0; table < tableCount; ++table) {
         std::array<std::uint8_t, 16> entry{};
@@ -78,7 +75,7 @@ OdChar fromSurrogate(std::uint32_t unit, const std::uint8_t* next) {
     return static_cast<OdChar>((unit << 10) - 0x35FDC00u + following);
 }
 
-OdString readUtf16(OdStreamBuf& stream, std::uint16_t length) {
+OdString readUtf16(MeteredStream& stream, std::uint16_t length) {
     const std::size_t unitCount = length / 2;
     // Two units of zeros behind the text: its end, and what a surrogate in last place reads beyond.
     std::vector<std::uint8_t> bytes(2 * (unitCount + 2));
@@ -99,7 +96,7 @@ OdString readUtf16(OdStreamBuf& stream, std::uint16_t length) {
     return text;
 }
 
-OdString readBytesAsText(OdStreamBuf& stream, std::uint16_t length) {
+OdString readBytesAsText(MeteredStream& stream, std::uint16_t length) {
     std::vector<char> bytes(length + std::size_t{1});
     stream.getBytes(bytes.data(), length);
     return OdString(OdAnsiString(bytes.data()), OdCodePageId::kUtf8);
@@ -167,10 +164,10 @@ class Face {
 };
 
 // False when the place of the text, or the way back from it, isn't in the stream.
-bool readRecordText(OdStreamBuf& stream, const NameRecord& record, std::uint32_t position,
+bool readRecordText(MeteredStream& stream, const NameRecord& record, std::uint32_t position,
                     Face& face) {
     const std::uint64_t next = stream.tell();
-    if (!seekTo(stream, position)) {
+    if (!stream.seekTo(position)) {
         return false;
     }
     if (record.encoding == kUtf16) {
@@ -178,10 +175,10 @@ bool readRecordText(OdStreamBuf& stream, const NameRecord& record, std::uint32_t
     } else if (record.encoding != kUtf32) {
         face.take(record, readBytesAsText(stream, record.length));
     }
-    return seekTo(stream, next);
+    return stream.seekTo(next);
 }
 
-void readNameRecords(OdStreamBuf& stream, std::uint32_t table, Face& face) {
+void readNameRecords(MeteredStream& stream, std::uint32_t table, Face& face) {
     std::array<std::uint8_t, 6> header{};
     stream.getBytes(header.data(), header.size());
     const std::uint16_t count = bigEndian16(&header[2]);
@@ -199,16 +196,16 @@ void readNameRecords(OdStreamBuf& stream, std::uint32_t table, Face& face) {
 
 }  // namespace
 
-bool readTtfNameTable(const OdStreamBufPtr& stream, OdString& typeface, FontNames& localNames,
-                      bool& bold, bool& italic) {
+bool readTtfNameTable(MeteredStream& stream, OdString& typeface, FontNames& localNames, bool& bold,
+                      bool& italic) {
     static bool reported = false;
-    const auto tableCount = readOffsetTable(*stream);
-    const auto table = tableCount ? findNameTable(*stream, *tableCount) : std::nullopt;
-    if (!table || !seekTo(*stream, *table)) {
+    const auto tableCount = readOffsetTable(stream);
+    const auto table = tableCount ? findNameTable(stream, *tableCount) : std::nullopt;
+    if (!table || !stream.seekTo(*table)) {
         return false;
     }
     Face face(localNames, bold, italic);
-    readNameRecords(*stream, *table, face);
+    readNameRecords(stream, *table, face);
     if (!face.hasName()) {
         return false;
     }
@@ -217,6 +214,12 @@ bool readTtfNameTable(const OdStreamBufPtr& stream, OdString& typeface, FontName
     }
     typeface = face.family();
     return true;
+}
+
+bool readTtfNameTable(const OdStreamBufPtr& stream, OdString& typeface, FontNames& localNames,
+                      bool& bold, bool& italic) {
+    MeteredStream metered(stream);
+    return readTtfNameTable(metered, typeface, localNames, bold, italic);
 }
 
 }  // namespace vosi

@@ -12,9 +12,9 @@ class PasswordServiceForm : public OdRxObject {
     virtual bool getPassword(const OdString& drawing, bool isXref, OdPassword& password) = 0;
 };
 
-[[gnu::no_sanitize("vptr")]] static bool askForPassword(const OdRxObjectPtr& service,
-                                                        const OdString& drawing, bool isXref,
-                                                        OdPassword& password) {
+__attribute__((no_sanitize("vptr"))) static bool askForPassword(const OdRxObjectPtr& service,
+                                                                const OdString& drawing,
+                                                                bool isXref, OdPassword& password) {
     return static_cast<PasswordServiceForm*>(service.get())->getPassword(drawing, isXref, password);
 }
 

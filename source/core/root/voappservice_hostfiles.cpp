@@ -92,7 +92,7 @@ bool VoAppService::ttfFileNameByDescriptor(const OdTtfDescriptor& description, O
     }
     const bool isFound = fileOfFace(description, filename) ||
                          ExHostAppServices::ttfFileNameByDescriptor(description, filename);
-    run::searched(run::SearchKind::kFace, description.typeface, description.flags,
+    run::searched(run::SearchKind::kFace, description.typeface, static_cast<int>(description.flags),
                   isFound ? filename : OdString());
     return isFound;
 }
