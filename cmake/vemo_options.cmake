@@ -7,6 +7,8 @@ target_compile_features(vemo_options INTERFACE cxx_std_20)
 target_compile_options(vemo_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
   -Wold-style-cast -Wformat=2 -Werror
+  # Among others where a char becomes an unsigned number, which differs between machines.
+  -Wsign-conversion
   # The configuration's build paths say nothing to a reader of a log or of a core file.
   -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 target_link_options(vemo_options INTERFACE -Wl,--as-needed)

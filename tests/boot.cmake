@@ -15,7 +15,7 @@ function(vemo_add_boot_module name source)
   add_dependencies(boot_modules ${target})
 endfunction()
 
-foreach(name stage aliases autotest remotedebug wizard raiser leftservice loader witness)
+foreach(name stage aliases autotest remotedebug wizard raiser leftservice loader witness chatter)
   vemo_add_boot_module(${name} ${name}.cpp)
 endforeach()
 foreach(name alpha beta gamma)
@@ -33,7 +33,7 @@ set_target_properties(bootmodule_RecomputeDimBlock PROPERTIES
 file(GLOB boot_tests CONFIGURE_DEPENDS boot_*_test.cpp)
 list(FILTER boot_tests EXCLUDE REGEX "boot_carried_.*")
 vemo_add_test(boot_test SOURCES ${boot_tests} boot_support.cpp
-  LIBRARIES vemo_root testjournal ${CMAKE_DL_LIBS})
+  LIBRARIES vemo_root testjournal vemo_rapidjson ${CMAKE_DL_LIBS})
 add_dependencies(boot_test boot_modules)
 
 file(GLOB carried_tests CONFIGURE_DEPENDS boot_carried_*_test.cpp)

@@ -61,7 +61,13 @@ std::string demangled(const std::string& name) {
     return status == 0 ? text.get() : name;
 }
 
-// Names of the defined symbols, but for the one that stands for the version itself.
+// Defined for others, but for the symbol that stands for the version itself. Local symbols are of
+// the linker's making: on some machines a library's sections have some.
+bool isExported(const Elf64_Sym& symbol) {
+    return symbol.st_shndx != SHN_UNDEF && symbol.st_shndx != SHN_ABS &&
+           ELF64_ST_BIND(symbol.st_info) != STB_LOCAL;
+}
+
 std::vector<std::string> definedSymbols(const char* path) {
     const ElfFile file(path);
     const auto sections = file.sections();
@@ -71,7 +77,7 @@ std::vector<std::string> definedSymbols(const char* path) {
             continue;
         }
         for (const Elf64_Sym& symbol : file.symbols(table)) {
-            if (symbol.st_shndx != SHN_UNDEF && symbol.st_shndx != SHN_ABS) {
+            if (isExported(symbol)) {
                 names.push_back(demangled(file.name(sections.at(table.sh_link), symbol)));
             }
         }

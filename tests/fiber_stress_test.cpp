@@ -16,7 +16,7 @@ int mainTag;
 void stayOnOneCore() {
     cpu_set_t one;
     CPU_ZERO(&one);
-    CPU_SET(sched_getcpu(), &one);
+    CPU_SET(static_cast<unsigned int>(sched_getcpu()), &one);
     sched_setaffinity(0, sizeof one, &one);
 }
 

@@ -10,7 +10,7 @@ vemo_add_test(languagetags_test SOURCES languagetags_test.cpp LIBRARIES vemo_roo
 
 # The packages that scripts/setup installs; the script takes any folders.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-add_test(NAME family_names_agree_with_fontconfig
-  COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/fonts/compare_fonts.py
-    $<TARGET_FILE:vemo-inspect> /usr/share/fonts/truetype/dejavu /usr/share/fonts/truetype/liberation
-    /usr/share/fonts/truetype/wqy)
+vemo_add_script_test(family_names_agree_with_fontconfig
+  ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/fonts/compare_fonts.py
+  $<TARGET_FILE:vemo-inspect> /usr/share/fonts/truetype/dejavu /usr/share/fonts/truetype/liberation
+  /usr/share/fonts/truetype/wqy)

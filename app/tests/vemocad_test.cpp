@@ -57,9 +57,13 @@ TEST(Vemocad, OpensTheDrawingsOfTheCommandLineAndSavesTheUserFile) {
                                          "hztxt.shx; CAPTION: LIBERATIONSERIF-ITALIC.TTF; ROOMS: "
                                          "DejaVu Sans (TrueType"));
     EXPECT_THAT(result.output, HasSubstr("* " + sample("site.dxf")));
-    EXPECT_THAT(result.output, HasSubstr("道路 (2)"));
     EXPECT_THAT(result.output, HasSubstr("Closed 2 drawings."));
     EXPECT_THAT(vemocad.read("config/vemocad/user.json"), HasSubstr("\"version\": 256"));
+}
+
+TEST(Vemocad, ShowsNamesOutOfADrawingsCodePage) {
+    VemocadRun vemocad;
+    EXPECT_THAT(vemocad.run({sample("site.dxf")}).output, HasSubstr("道路 (2)"));
 }
 
 TEST(Vemocad, ShowsTheStagesOfARunInTheirOrder) {

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -22,6 +23,13 @@ void redirect(const std::string& file, int mode, int descriptor) {
     int opened = open(file.c_str(), mode, 0600);
     dup2(opened, descriptor);
     close(opened);
+}
+
+// What has to stand in front of a program for another machine, empty for one of this machine.
+std::vector<std::string> emulatorWords() {
+    const char* emulator = std::getenv("VEMO_TEST_EMULATOR");
+    std::istringstream words(emulator ? emulator : "");
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 // The exit status, or 128 and the signal that ended it.
@@ -85,8 +93,10 @@ void VemocadRun::copyApplication() {
 
 void VemocadRun::execute(const std::vector<std::string>& arguments) const {
     const std::string executable = (application / program).string();
-    std::vector<std::string> words = arguments;
-    words.insert(words.begin(), program);
+    std::vector<std::string> words = emulatorWords();
+    const std::string file = words.empty() ? executable : words.front();
+    words.push_back(words.empty() ? program : executable);
+    words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
@@ -100,7 +110,7 @@ void VemocadRun::execute(const std::vector<std::string>& arguments) const {
     setenv("XDG_DATA_DIRS", path("share").c_str(), 1);
     unsetenv("XDG_DATA_HOME");
     if (chdir(folder.c_str()) == 0) {
-        execv(executable.c_str(), pointers.data());
+        execvp(file.c_str(), pointers.data());
     }
     _exit(127);
 }

@@ -28,7 +28,7 @@ std::string folderInLine(const std::string& line, std::string_view name) {
     }
     std::string folder;
     for (std::size_t index = opening.size(); index < close; ++index) {
-        index += line[index] == '\\' ? 1 : 0;
+        index += line[index] == '\\' ? 1U : 0U;
         folder.push_back(line[index]);
     }
     if (folder.starts_with(kHomeVariable)) {

@@ -6,11 +6,13 @@
 For every name that the library has, fontconfig must have the same name in the same language, or one
 of the rules below must say why it can't; docs/fonts.md explains them. The files' name tables are read
 here a third time, independently of both. Ends with 1 when a disagreement has no rule, and when there
-was nothing to compare.
+was nothing to compare. VEMO_TEST_EMULATOR holds the words to be put in front of a program that is for
+another machine.
 """
 import collections
 import json
 import locale
+import os
 import pathlib
 import struct
 import subprocess
@@ -82,7 +84,9 @@ def plain(name):
 
 
 def read_ours(program, files):
-    output = subprocess.run([program, "fonts", "--json", *files], capture_output=True, check=True).stdout
+    emulator = os.environ.get("VEMO_TEST_EMULATOR", "").split()
+    output = subprocess.run([*emulator, program, "fonts", "--json", *files], capture_output=True,
+                            check=True).stdout
     return {(font["path"], index): {int(language): name for language, name in face["names"].items()}
             for font in json.loads(output) for index, face in enumerate(font["faces"])}
 

@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
-# install_and_use.sh CMAKE GENERATOR COMPILER BUILD
+# install_and_use.sh CMAKE GENERATOR COMPILER BUILD [TOOLCHAIN]
 #
 # Installs the build, moves what was installed, and uses it from outside: by the CMake package, by
-# pkg-config, and as the application.
+# pkg-config, and as the application. VEMO_TEST_EMULATOR holds the words to be put in front of programs
+# that are for another machine.
 set -euo pipefail
 cmake=$1 generator=$2 compiler=$3 build=$4
+configure=("$cmake" -G "$generator" -D CMAKE_CXX_COMPILER="$compiler"
+    ${5:+-D CMAKE_TOOLCHAIN_FILE="$5"})
+read -ra emulator <<<"${VEMO_TEST_EMULATOR:-}"
 here=$(cd "$(dirname "$0")" && pwd)
 
 scratch=$(mktemp -d)
@@ -41,13 +45,13 @@ install_and_move() {
 }
 
 run_example() {
-    "$1/example" >"$scratch/output" 2>&1 || { cat "$scratch/output" >&2; fail "example of $1"; }
+    "${emulator[@]}" "$1/example" >"$scratch/output" 2>&1 || { cat "$scratch/output" >&2; fail "example of $1"; }
     expect 'Good day, author. Built with ' "example of $1"
 }
 
 use_by_cmake() {
-    quietly "$cmake" -G "$generator" -S "$here/consumer" -B "$scratch/by-cmake" \
-        -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_PREFIX_PATH="$kit" -D CMAKE_CXX_FLAGS="$strict"
+    quietly "${configure[@]}" -S "$here/consumer" -B "$scratch/by-cmake" \
+        -D CMAKE_PREFIX_PATH="$kit" -D CMAKE_CXX_FLAGS="$strict"
     quietly "$cmake" --build "$scratch/by-cmake"
     run_example "$scratch/by-cmake"
 }
@@ -79,8 +83,8 @@ refuse_module() {
         "target_link_options($name PRIVATE $options)" \
         >"$scratch/$name/CMakeLists.txt"
     printf '%s\n' "$source" >"$scratch/$name/$name.cpp"
-    quietly "$cmake" -G "$generator" -S "$scratch/$name" -B "$scratch/$name/build" \
-        -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_PREFIX_PATH="$kit"
+    quietly "${configure[@]}" -S "$scratch/$name" -B "$scratch/$name/build" \
+        -D CMAKE_PREFIX_PATH="$kit"
     ! "$cmake" --build "$scratch/$name/build" >"$scratch/output" 2>&1 || fail "$name was built"
     expect "$reason" "$name"
 }
@@ -91,7 +95,7 @@ run_application() {
         "$scratch/by-cmake/libgreeting.so" >"$scratch/user.json"
     cd "$scratch"
     printf '%s\n' STATUS MODULES QUIT |
-        "$kit/bin/vemocad" -u "$scratch/user.json" "$kit/lib/vemocad/drawings/floorplan.dxf" \
+        "${emulator[@]}" "$kit/bin/vemocad" -u "$scratch/user.json" "$kit/lib/vemocad/drawings/floorplan.dxf" \
             >"$scratch/output" 2>&1 || { cat "$scratch/output" >&2; fail "vemocad"; }
     expect "$kit/lib/vemocad/vemo.json" "vemocad"
     expect 'floorplan.dxf' "vemocad"
@@ -121,6 +125,9 @@ ODRX_DEFINE_DYNAMIC_MODULE(M)
 void elsewhere();
 void* used() { elsewhere(); return nullptr; }" '' 'elsewhere()'
 run_application
-follow_guide module
-follow_guide services
-follow_guide main-program
+# The guides' commands name programs without an emulator.
+if [ ${#emulator[@]} -eq 0 ]; then
+    follow_guide module
+    follow_guide services
+    follow_guide main-program
+fi

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <mutex>
 #include <utility>
 
 #include <global/log.h>
@@ -21,13 +22,25 @@ namespace {
 // The step of vemo_exit at which every module is gone and the services are about to go.
 constexpr const char* kLastStep = "services";
 
+// Lines come on any thread, also on one that began to tell a line when the listener went.
+std::mutex logMutex;
 RunRecord* recordOfLog = nullptr;
 
 void takeLogLine(const VoLogLine& line) {
     const char* unit = line.file ? line.file : "";
     const char* slash = std::strrchr(unit, '/');
-    recordOfLog->log.push_back({line.level, slash ? slash + 1 : unit, line.line,
-                                line.function ? line.function : "", line.text ? line.text : ""});
+    const std::lock_guard lock(logMutex);
+    if (recordOfLog) {
+        recordOfLog->log.push_back({line.level, slash ? slash + 1 : unit, line.line,
+                                    line.function ? line.function : "",
+                                    line.text ? line.text : ""});
+    }
+}
+
+void takeLogTo(RunRecord* record) {
+    vo_set_log_listener(record ? takeLogLine : nullptr);
+    const std::lock_guard lock(logMutex);
+    recordOfLog = record;
 }
 
 std::string utf8(const OdString& text) {
@@ -75,15 +88,13 @@ std::string treeWithoutFonts(const VoJsonPtr& root) {
 }  // namespace
 
 RunRecorder::RunRecorder(RunRecord& target) : record(target) {
-    recordOfLog = &record;
-    vo_set_log_listener(takeLogLine);
+    takeLogTo(&record);
     run::addObserver(*this);
 }
 
 RunRecorder::~RunRecorder() {
     run::removeObserver(*this);
-    vo_set_log_listener(nullptr);
-    recordOfLog = nullptr;
+    takeLogTo(nullptr);
 }
 
 double RunRecorder::sinceStart(Clock::time_point time) const {

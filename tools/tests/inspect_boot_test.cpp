@@ -213,6 +213,16 @@ TEST_F(InspectBootTest, ModulesThatFailAndWhatTheyLeave) {
     EXPECT_EQ(fileOfService(boot, "Test/Leftover"), "libleftservice.so");
 }
 
+TEST_F(InspectBootTest, LinesThatThreadsWriteAtOnceAreAllInTheLog) {
+    const std::string program =
+        programWith(R"({"Core": {"CoreLibrary": ["chatter"]}, "User": {"version": 256}})");
+    const auto boot = answer({"boot", "--modules", testModules(), "--", program}, "boot");
+    const auto lines = boot["log"].GetArray();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const auto& line) { return textAt(line, "/unit") == "chatter"; }),
+              8000);
+}
+
 TEST_F(InspectBootTest, AnExceptionEndsInTheAnswerAndTheStatus) {
     fs::create_directory(scratch.path("fonts"));
     scratch.write("fonts/cut.shx", "Drafting86 uni");

@@ -53,7 +53,7 @@ TEST(Utf8, ReplacesEachMaximalIllFormedPartOnce) {
 }
 
 TEST(Utf8, ReplacesWideTextOutsideUnicode) {
-    const wchar_t text[] = {L'a', 0xD800, 0xDFFF, 0x110000, -1, L'b', 0};
+    const wchar_t text[] = {L'a', 0xD800, 0xDFFF, 0x110000, static_cast<wchar_t>(-1), L'b', 0};
     EXPECT_EQ(OdStringToUtf8String(text),
               "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"
               "b");
