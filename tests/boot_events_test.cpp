@@ -76,6 +76,29 @@ TEST_F(EventsTest, WhatAReactorRaisesEndsThePassAlone) {
                                               "second hears appStarted"));
 }
 
+TEST_F(EventsTest, AReactorThatGoesMayCallTheDispatcher) {
+    struct Leaving : vosi::VosiApRxEventReactor {
+        vosi::VosiApRxEventReactor* companion = nullptr;
+        ~Leaving() override {
+            dispatcher()->removeReactor(this);
+            dispatcher()->removeReactor(companion);
+            dispatcher()->fireAppStarted();
+        }
+    };
+    auto leaving = OdRxObjectImpl<Leaving>::createObject();
+    leaving->companion = first.get();
+    Leaving* const bare = leaving.get();
+    dispatcher()->addReactor(bare);
+    dispatcher()->addReactor(first.get());
+    dispatcher()->addReactor(second.get());
+    leaving.release();
+    dispatcher()->removeReactor(bare);
+    dispatcher()->removeReactor(bare);
+    EXPECT_THAT(journal::lines(), ElementsAre("second hears appStarted"));
+    EXPECT_EQ(first->numRefs(), 1);
+    EXPECT_EQ(second->numRefs(), 2);
+}
+
 TEST_F(EventsTest, WithoutTheEntryEverythingElseGoesOn) {
     dispatcher()->addReactor(first.get());
     odrxSysRegistry()->remove(vosi::kRxEventKey);

@@ -26,7 +26,8 @@ class VosiApRxEvent : public OdRxObject {
   public:
     /// Takes one reference; a reactor that is there already stays as it is. Must not be null.
     /* 1*/ virtual void addReactor(VosiApRxEventReactor* reactor) = 0;
-    /// Drops the reference. During a pass the reactor is still called in that pass.
+    /// Drops the reference. During a pass the reactor is still called in that pass. One that isn't
+    /// there may be on its way out or gone: addresses alone are compared.
     /* 2*/ virtual void removeReactor(VosiApRxEventReactor* reactor) = 0;
     /* 3*/ virtual void fireSysConfigLoaded() = 0;
     /* 4*/ virtual void fireUserConfigLoaded() = 0;

@@ -165,24 +165,26 @@ void destroySynchronisation(VoFiberRecord& record) {
     pthread_cond_destroy(&record.cond);
 }
 
+// The head of the loop: wakes whoever waits for the thread to get here, and rests until the fiber
+// is switched to or its record used again. False when the thread is to end.
+bool comeToRest(VoFiberRecord& fiber) {
+    HandOff handOff(fiber);
+    if (fiber.next == FIBER_TERMINATE) {
+        return false;
+    }
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the field doubles as state.
+    wake(*reinterpret_cast<VoFiberRecord*>(fiber.next));
+    handOff.sleep();
+    return fiber.next != FIBER_TERMINATE;
+}
+
 // The whole life of a fiber's thread.
 void* fiberThreadBody(void* argument) {
     VoFiberRecord& fiber = *static_cast<VoFiberRecord*>(argument);
-    for (;;) {
-        {
-            HandOff handOff(fiber);
-            if (fiber.next == FIBER_TERMINATE) {
-                return nullptr;
-            }
-            // NOLINTNEXTLINE(performance-no-int-to-ptr): the field doubles as state.
-            wake(*reinterpret_cast<VoFiberRecord*>(fiber.next));
-            handOff.sleep();
-            if (fiber.next == FIBER_TERMINATE) {
-                return nullptr;
-            }
-        }
+    while (comeToRest(fiber)) {
         fiber.routine(fiber.data);
     }
+    return nullptr;
 }
 
 // Has a free record's thread come to rest at the head of its loop while the creator sleeps.

@@ -3,17 +3,27 @@
 namespace vosi {
 
 void VosiApRxEventImpl::addReactor(VosiApRxEventReactor* reactor) {
-    const OdRxObjectPtr entry(reactor);
-    if (!reactors.contains(entry)) {
-        reactors.append(entry);
+    if (!indexOf(reactor)) {
+        reactors.append(OdRxObjectPtr(reactor));
     }
 }
 
 void VosiApRxEventImpl::removeReactor(VosiApRxEventReactor* reactor) {
-    unsigned int index = 0;
-    if (reactors.find(OdRxObjectPtr(reactor), index)) {
-        reactors.removeAt(index);
+    if (const auto index = indexOf(reactor)) {
+        // Kept until the array is whole again: a reactor that goes may call here.
+        const OdRxObjectPtr removed = reactors.getAt(*index);
+        reactors.removeAt(*index);
     }
+}
+
+std::optional<unsigned int> VosiApRxEventImpl::indexOf(const VosiApRxEventReactor* reactor) const {
+    // Addresses alone are compared: the reactor may be on its way out, or gone.
+    for (unsigned int index = 0; index < reactors.size(); ++index) {
+        if (reactors.getAt(index) == reactor) {
+            return index;
+        }
+    }
+    return std::nullopt;
 }
 
 void VosiApRxEventImpl::fireSysConfigLoaded() {

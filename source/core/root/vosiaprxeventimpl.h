@@ -1,6 +1,8 @@
 // The dispatcher of application events.
 #pragma once
 
+#include <optional>
+
 #include "core/vosiaprxevent.h"
 
 namespace vosi {
@@ -16,6 +18,7 @@ class VosiApRxEventImpl : public VosiApRxEvent {
     void fireAppExiting() override;
 
   private:
+    std::optional<unsigned int> indexOf(const VosiApRxEventReactor* reactor) const;
     void fire(void (VosiApRxEventReactor::*operation)()) const;
 
     OdArray<OdRxObjectPtr> reactors;  // in order of addition, none twice
