@@ -181,11 +181,11 @@ long callsIn(Call call, Stretch stretch, User user) {
         atRuntimeStart = [&] { faults::arm(call, 0); };
         EXPECT_EQ(life.start().result, 0);
         EXPECT_TRUE(life.usedFiber);
-        if (stretch == Stretch::kExit) {
-            faults::arm(call, 0);
-            EXPECT_EQ(life.end().result, 0);
-        }
-        *count = faults::disarm();
+        const long inStart = faults::disarm();
+        faults::arm(call, 0);
+        EXPECT_EQ(life.end().result, 0);
+        const long inExit = faults::disarm();
+        *count = stretch == Stretch::kStart ? inStart : inExit;
     });
     return *count;
 }
