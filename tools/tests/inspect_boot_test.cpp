@@ -190,6 +190,15 @@ TEST_F(InspectBootTest, ABrokenConfigurationIsAnAnswer) {
     EXPECT_THAT(textAt(boot, "/log/0/text"), HasSubstr("/bin/vemo.json: line 2, column "));
 }
 
+TEST_F(InspectBootTest, AFolderThatCannotBeReadIsNamed) {
+    const std::string program = programWith(
+        R"({"Core": {"CoreLibrary": ["stage"], "paths": {"fontPaths": ["%EXEPATH%/vemo.json"]}},)"
+        R"("User": {"version": 256}})");
+    const auto boot = answer({"boot", "--modules", testModules(), "--", program}, "boot");
+    EXPECT_EQ(at(boot, "/result"), "0");
+    EXPECT_THAT(at(boot, "/steps"), HasSubstr("/bin/vemo.json can't be read: Not a directory"));
+}
+
 TEST_F(InspectBootTest, ModulesThatFailAndWhatTheyLeave) {
     const std::string program =
         programWith(R"({"Core": {"OdaLibrary": ["drawing_undefined.so"],)"

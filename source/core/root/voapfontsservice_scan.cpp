@@ -1,4 +1,7 @@
 // The scans that fill the index.
+#include <filesystem>
+#include <system_error>
+
 #include <utils/paths.h>
 
 #include "core/voexports.h"
@@ -25,6 +28,22 @@ OdString folderOf(VosiDocument& document) {
     return hasFile ? voutGetParentDirW(document.documentFilePath()) : OdString();
 }
 
+// A folder that isn't there is usual. One that is there and keeps its files to itself is told to
+// who looks, since the scan passes it over in silence.
+void noteUnreadable(const PathEntries& entries) {
+    if (!run::isObserved()) {
+        return;
+    }
+    for (const PathEntry& entry : entries) {
+        const OdAnsiString folder = OdStringToUtf8String(entry.path);
+        std::error_code error;
+        const std::filesystem::directory_iterator opened(folder.str(), error);
+        if (error && error != std::errc::no_such_file_or_directory) {
+            run::note([&] { return folder + " can't be read: " + error.message(); });
+        }
+    }
+}
+
 }  // namespace
 
 void VoApFontsService::scanFonts(int flags) {
@@ -43,6 +62,7 @@ void VoApFontsService::scanFonts(int flags) {
         }
     }
     const run::Span span(run::SpanKind::kStep, "font scan");
+    noteUnreadable(entries);
     scanShxFiles(entries, mainShxFiles, bigShxFiles);
     scanTtfFiles(entries, ttfDescriptors, ttfFaceRecords, ttfFiles);
     run::note([this] {
