@@ -51,10 +51,21 @@ class InterruptedSaves : public BootTest {
   protected:
     void SetUp() override {
         bootBare();
+        const auto begin = std::chrono::steady_clock::now();
         fillRound("first", 0);
         vo_save_user_config("");
+        ofOneSave = std::chrono::steady_clock::now() - begin;
         ASSERT_EQ(roundOf(userFile()), "first 0");
     }
+
+    // A moment while the first or the second save goes on, however fast the machine is.
+    void sleepAMoment(std::mt19937& random) const {
+        constexpr long kSaves = 2;
+        std::this_thread::sleep_for(std::chrono::nanoseconds(
+            std::uniform_int_distribution<long>(0, kSaves * ofOneSave.count())(random)));
+    }
+
+    std::chrono::nanoseconds ofOneSave{};
 
     // Saves round after round in a process of its own.
     static pid_t startSaving(const std::string& writer, int rounds) {
@@ -79,7 +90,7 @@ TEST_F(InterruptedSaves, NoDeathLeavesABrokenFile) {
         const std::string writer = "writer " + std::to_string(kill);
         const pid_t child = startSaving(writer, 1 << 20);
         ASSERT_GT(child, 0);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
+        sleepAMoment(random);
         ::kill(child, SIGKILL);
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);

@@ -10,6 +10,6 @@
 std::optional<OdRxInterfaceVersion> moduleStampOf(const ElfFile& file);
 
 /// Why the runtime doesn't take the file: for its place, for its stamp, or because the system's
-/// loader wouldn't survive it. Empty for a file that it takes, and for any of which the loader has to say whether
-/// it can be loaded.
+/// loader wouldn't survive it. Empty for a file that it takes, and for any of which the loader has
+/// to say whether it can be loaded.
 OdString moduleRefusal(const OdString& path);

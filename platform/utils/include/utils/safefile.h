@@ -16,7 +16,7 @@
 /// wins.
 UTILS_EXPORT bool voutWriteFileSafely(const std::string& path, std::string_view text);
 
-/// Makes a new file with the source's content and mode, and flushes it to disk: the target shows the
-/// whole content or isn't there. True on success. On false, which is also the answer where the
+/// Makes a new file with the source's content and mode, and flushes it to disk: the target shows
+/// the whole content or isn't there. True on success. On false, which is also the answer where the
 /// target is there already, nothing has changed. Any thread.
 UTILS_EXPORT bool voutCopyFileSafely(const std::string& source, const std::string& target);
