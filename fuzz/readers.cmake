@@ -6,8 +6,8 @@ vemo_add_fuzzer(shx_header SOURCES shx_header.cpp LIBRARIES vemo_root_carried)
 # The text of trees isn't read by the library's face, so the target brings its own copies of the objects.
 set(utils ${PROJECT_SOURCE_DIR}/platform/utils/source)
 vemo_add_fuzzer(json_tree
-  SOURCES json_tree.cpp ${utils}/jsonreader.cpp ${utils}/jsontreebuilder.cpp ${utils}/jsonnumber.cpp
-    ${utils}/jsonwriter.cpp ${utils}/utf8check.cpp
+  SOURCES json_tree.cpp ${utils}/jsonreader.cpp ${utils}/jsontreebuilder.cpp
+    ${utils}/nodeblock.cpp ${utils}/jsonnumber.cpp ${utils}/jsonwriter.cpp ${utils}/utf8check.cpp
   LIBRARIES vemoutils)
 target_include_directories(fuzz_json_tree PRIVATE ${utils})
 

@@ -79,6 +79,9 @@ void ElfFile::readHeader() {
         throw OdError(OdString(S_ISDIR(status.st_mode) ? L"a folder" : L"no regular file"));
     }
     fileSize = static_cast<std::uint64_t>(status.st_size);
+    const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(fileSize, head.size()));
+    readFromDisk(0, head.data(), length);
+    headLength = length;
     const auto bytes = table<unsigned char>(0, std::min<std::uint64_t>(fileSize, EI_NIDENT));
     if (bytes.size() < SELFMAG || std::memcmp(bytes.data(), ELFMAG, SELFMAG) != 0) {
         throw OdError(OdString(L"no ELF file"));
@@ -148,9 +151,16 @@ void ElfFile::checkTable(std::uint64_t offset, std::uint64_t count, std::size_t 
 
 void ElfFile::read(std::uint64_t offset, void* target, std::size_t length) const {
     checkRange(offset, length);
-    auto* to = static_cast<char*>(target);
+    if (offset <= headLength && length <= headLength - offset) {
+        std::copy_n(head.data() + offset, length, static_cast<char*>(target));
+    } else {
+        readFromDisk(offset, static_cast<char*>(target), length);
+    }
+}
+
+void ElfFile::readFromDisk(std::uint64_t offset, char* target, std::size_t length) const {
     while (length > 0) {
-        const ssize_t got = pread(file, to, length, static_cast<off_t>(offset));
+        const ssize_t got = pread(file, target, length, static_cast<off_t>(offset));
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -161,7 +171,7 @@ void ElfFile::read(std::uint64_t offset, void* target, std::size_t length) const
         if (got == 0) {
             checkRange(fileSize, 1);
         }
-        to += got;
+        target += got;
         offset += static_cast<std::uint64_t>(got);
         length -= static_cast<std::size_t>(got);
     }

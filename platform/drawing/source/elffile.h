@@ -5,6 +5,7 @@
 
 #include <elf.h>
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -66,10 +67,14 @@ class ElfFile {
     void checkRange(std::uint64_t offset, std::uint64_t length) const;
     void checkTable(std::uint64_t offset, std::uint64_t count, std::size_t size) const;
     void read(std::uint64_t offset, void* target, std::size_t length) const;
+    void readFromDisk(std::uint64_t offset, char* target, std::size_t length) const;
     void readHeader();
 
     int file = -1;
     std::uint64_t fileSize = 0;
+    // The file's beginning, which has all that a module is asked for before it is loaded.
+    std::array<char, 1024> head{};
+    std::size_t headLength = 0;
     ElfIdentity ident;
     std::uint16_t fileType = ET_NONE;
 };

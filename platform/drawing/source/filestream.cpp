@@ -58,45 +58,64 @@ class FileStream : public OdStreamBuf {
     bool isBuffered() const {
         return position >= bufferStart && position - bufferStart < bufferSize;
     }
-    void fillBuffer();
+    void getManyBytes(std::uint8_t* target, std::uint64_t count);
+    std::uint64_t readHere(void* target, std::size_t count);
+
+    // Holds a font's directory of tables, or the names in it that are wanted. A stream then still
+    // fits the allocator's quickest blocks, and scans open thousands.
+    static constexpr std::size_t kBufferSize = 896;
 
     int file;
     OdString name;
     std::uint32_t accessMode;
     std::uint64_t position = 0;
-    std::array<std::uint8_t, 4096> buffer;
     std::uint64_t bufferStart = 0;
     std::uint64_t bufferSize = 0;
+    std::array<std::uint8_t, kBufferSize> buffer;
 };
 
-void FileStream::fillBuffer() {
-    bufferSize = 0;
-    if (position >= length()) {
-        fail(eEndOfFile);
-    }
-    bufferStart = position;
+// At least one byte at the position, which stays.
+std::uint64_t FileStream::readHere(void* target, std::size_t count) {
     ssize_t got = 0;
     do {
-        got = pread(file, buffer.data(), buffer.size(), static_cast<off_t>(position));
+        got = pread(file, target, count, static_cast<off_t>(position));
     } while (got < 0 && errno == EINTR);
-    if (got <= 0) {
-        fail(got == 0 ? eEndOfFile : eFileAccessErr, got == 0 ? 0 : errno);
+    // The system refuses a position near the largest number, which is beyond any file's end.
+    if (const int error = errno; got < 0 && position < length()) {
+        fail(eFileAccessErr, error);
     }
-    bufferSize = static_cast<std::uint64_t>(got);
+    if (got <= 0) {
+        fail(eEndOfFile);
+    }
+    return static_cast<std::uint64_t>(got);
 }
 
 void FileStream::getBytes(void* target, std::uint32_t count) {
     require(kFileRead, eNotOpenForRead);
-    auto* to = static_cast<std::uint8_t*>(target);
+    const std::uint64_t first = position - bufferStart;
+    if (first < bufferSize && count <= bufferSize - first) {
+        std::memcpy(target, buffer.data() + first, count);
+        position += count;
+    } else {
+        getManyBytes(static_cast<std::uint8_t*>(target), count);
+    }
+}
+
+void FileStream::getManyBytes(std::uint8_t* target, std::uint64_t count) {
     while (count > 0) {
-        if (!isBuffered()) {
-            fillBuffer();
+        std::uint64_t part = 0;
+        if (isBuffered()) {
+            const std::uint64_t first = position - bufferStart;
+            part = std::min(count, bufferSize - first);
+            std::memcpy(target, buffer.data() + first, part);
+        } else if (count >= kBufferSize) {
+            part = readHere(target, count);
+        } else {
+            bufferSize = 0;
+            bufferSize = readHere(buffer.data(), kBufferSize);
+            bufferStart = position;
         }
-        const std::uint64_t first = position - bufferStart;
-        const auto part =
-            static_cast<std::uint32_t>(std::min<std::uint64_t>(count, bufferSize - first));
-        std::memcpy(to, buffer.data() + first, part);
-        to += part;
+        target += part;
         position += part;
         count -= part;
     }

@@ -31,6 +31,10 @@ OdRxModuleLibrary* recordOf(void* handle, const OdString& fileName) {
 
 // A library that was taken once stays taken, whatever stands in its file's place by now.
 OdRxModuleLibrary* openedBefore(const OdAnsiString& name) {
+    // For a bare name the loader would go through all of its places.
+    if (records().empty()) {
+        return nullptr;
+    }
     void* handle = dlopen(name, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
     const auto found = handle ? records().find(handle) : records().end();
     return found == records().end() ? nullptr : &found->second;

@@ -66,12 +66,11 @@ std::vector<std::string> loaderFolders() {
 
 OdString placeRefusal(const OdString& path) {
     const fs::path named(OdStringToUtf8String(path).str());
-    OdString refusal = refusalAt(named);
+    const OdString refusal = refusalAt(named);
     std::error_code unknown;
-    if (const fs::path real = fs::canonical(named, unknown); refusal.isEmpty() && !unknown) {
-        refusal = refusalAt(real);
-    }
-    return refusal;
+    const fs::path real = refusal.isEmpty() ? fs::canonical(named, unknown) : fs::path();
+    const bool leadsElsewhere = !real.empty() && real.native() != named.native();
+    return leadsElsewhere ? refusalAt(real) : refusal;
 }
 
 LoaderPlace placeAmongLoaderFolders(const OdString& name) {

@@ -1,5 +1,10 @@
 // Conversion between wide text and UTF-8.
+//
+// Both ways write into a string that has its size before. What names and paths are mostly made of,
+// ASCII and characters of three bytes, is recognised ahead of the general case.
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "drawing/oderror.h"
 #include "drawing/odstring.h"
@@ -12,8 +17,9 @@ bool isCodePoint(char32_t c) {
     return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
 }
 
-void appendUtf8(std::string& out, char32_t c) {
-    auto put = [&out](char32_t byte) { out.push_back(static_cast<char>(byte)); };
+// Writes the code point's bytes and gives the place behind them.
+char* putUtf8(char* out, char32_t c) {
+    auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
     auto continuation = [&](int shift) { put(0x80 | ((c >> shift) & 0x3F)); };
     if (c < 0x80) {
         put(c);
@@ -30,6 +36,7 @@ void appendUtf8(std::string& out, char32_t c) {
         continuation(6);
         continuation(0);
     }
+    return out;
 }
 
 // What a lead byte asks for. Only the byte right after it has bounds of its own; they keep out
@@ -59,37 +66,97 @@ Sequence sequenceOf(std::uint8_t lead) {
     return {0, 0};
 }
 
-// Takes one code point, or one maximal ill-formed part, off the text's front.
-char32_t takeCodePoint(std::string_view& text) {
-    const auto lead = static_cast<std::uint8_t>(text.front());
-    text.remove_prefix(1);
-    if (lead < 0x80) {
-        return lead;
-    }
-    Sequence sequence = sequenceOf(lead);
+// A code point, and how many bytes it was made of.
+struct Decoded {
+    char32_t c;
+    std::size_t length;
+};
+
+// What stands at the text's front and isn't ASCII: one code point, or one maximal ill-formed part.
+Decoded decodeSequence(std::string_view text) {
+    Sequence sequence = sequenceOf(static_cast<std::uint8_t>(text.front()));
     if (sequence.continuations == 0) {
-        return replacement;
+        return {replacement, 1};
     }
+    std::size_t length = 1;
     for (; sequence.continuations > 0; --sequence.continuations) {
-        const std::uint8_t next = text.empty() ? 0 : static_cast<std::uint8_t>(text.front());
+        const std::uint8_t next =
+            length < text.size() ? static_cast<std::uint8_t>(text[length]) : 0;
         if (next < sequence.lowest || next > sequence.highest) {
-            return replacement;
+            return {replacement, length};
         }
-        text.remove_prefix(1);
+        ++length;
         sequence.bits = (sequence.bits << 6) | (next & 0x3Fu);
         sequence.lowest = 0x80;
         sequence.highest = 0xBF;
     }
-    return sequence.bits;
+    return {sequence.bits, length};
+}
+
+// The same for any text. Three bytes whose lead sets its follower no bounds of its own are put
+// together here.
+inline Decoded decode(std::string_view text) {
+    const auto byte = [text](std::size_t place) { return static_cast<std::uint8_t>(text[place]); };
+    if (byte(0) < 0x80) {
+        return {byte(0), 1};
+    }
+    if (text.size() >= 3 && byte(0) >= 0xE1 && byte(0) <= 0xEC && (byte(1) & 0xC0) == 0x80 &&
+        (byte(2) & 0xC0) == 0x80) {
+        return {((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), 3};
+    }
+    return decodeSequence(text);
+}
+
+// How much of the text's front is ASCII, in whole blocks.
+std::size_t asciiBlocks(std::string_view text) {
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
+    std::uint64_t block = 0;
+    std::size_t length = 0;
+    while (text.size() - length >= sizeof block) {
+        std::memcpy(&block, text.data() + length, sizeof block);
+        if ((block & highBits) != 0) {
+            break;
+        }
+        length += sizeof block;
+    }
+    return length;
 }
 
 std::wstring wideFromUtf8(std::string_view text) {
-    std::wstring wide;
-    wide.reserve(text.size());
-    while (!text.empty()) {
-        wide.push_back(static_cast<wchar_t>(takeCodePoint(text)));
+    // There are never more characters than bytes.
+    std::wstring wide(text.size(), L'\0');
+    std::size_t at = asciiBlocks(text);
+    wchar_t* out = std::copy_n(text.data(), at, wide.data());
+    while (at < text.size()) {
+        const Decoded next = decode(text.substr(at));
+        *out++ = static_cast<wchar_t>(next.c);
+        at += next.length;
     }
+    wide.resize(static_cast<std::size_t>(out - wide.data()));
     return wide;
+}
+
+bool isAscii(std::wstring_view text) {
+    std::uint32_t bits = 0;
+    for (const wchar_t character : text) {
+        bits |= static_cast<std::uint32_t>(character);
+    }
+    return bits < 0x80;
+}
+
+std::string utf8FromWide(std::wstring_view text) {
+    if (isAscii(text)) {
+        return {text.begin(), text.end()};
+    }
+    constexpr std::size_t longest = 4;
+    std::string bytes(text.size() * longest, '\0');
+    char* out = bytes.data();
+    for (const wchar_t character : text) {
+        const auto c = static_cast<char32_t>(character);
+        out = putUtf8(out, isCodePoint(c) ? c : replacement);
+    }
+    bytes.resize(static_cast<std::size_t>(out - bytes.data()));
+    return bytes;
 }
 
 std::wstring wideFromAscii(std::string_view text) {
@@ -118,13 +185,7 @@ OdString::OdString(const OdAnsiString& bytes, OdCodePageId codePage) {
 }
 
 OdAnsiString OdStringToUtf8String(const OdString& text) {
-    std::string bytes;
-    bytes.reserve(text.view().size());
-    for (const wchar_t character : text.view()) {
-        const auto c = static_cast<char32_t>(character);
-        appendUtf8(bytes, isCodePoint(c) ? c : replacement);
-    }
-    return bytes;
+    return utf8FromWide(text.view());
 }
 
 OdString OdUtf8StringToOdString(const OdAnsiString& text) {

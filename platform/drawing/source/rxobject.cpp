@@ -2,18 +2,24 @@
 
 #include "drawing/rxclass.h"
 
+namespace {
+
+bool isOfClass(const OdRxObject& object, const OdRxClass* wanted) {
+    const OdRxClass* own = wanted ? object.isA() : nullptr;
+    return own && own->isDerivedFrom(wanted);
+}
+
+}  // namespace
+
 OdRxObject* OdRxObject::queryX(const OdRxClass* protocolClass) const {
-    if (!protocolClass) {
-        return nullptr;
-    }
     // An object may outlive its class, and is an OdRxObject even then.
-    const OdRxClass* own = isA();
-    if (protocolClass == OdRxObject::desc() || (own && own->isDerivedFrom(protocolClass))) {
-        auto* self = const_cast<OdRxObject*>(this);
-        self->addRef();
-        return self;
+    const bool isThis = protocolClass == OdRxObject::desc() || isOfClass(*this, protocolClass);
+    if (!isThis) {
+        return x(protocolClass);
     }
-    return x(protocolClass);
+    auto* self = const_cast<OdRxObject*>(this);
+    self->addRef();
+    return self;
 }
 
 OdRxObject* OdRxObject::x(const OdRxClass* protocolClass) const {

@@ -1,3 +1,9 @@
+#include <iterator>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
 #include "testsupport.h"
 
 namespace {
@@ -58,4 +64,46 @@ TEST_F(Dictionary, IsWholeWhileAnObjectGoes) {
     leaver.release();
     dictionary.release();
     EXPECT_TRUE(Leaver::neighbourWasThere);
+}
+
+// Against a map, with keys that are alike where the dictionary looks first: in their length, their
+// middle and their end.
+TEST_F(Dictionary, AnswersAsAMapDoes) {
+    std::minstd_rand random(7);
+    std::vector<OdString> keys = {L"k", L"ke", L"ek", L"key"};
+    for (int made = 0; made < 60; ++made) {
+        keys.push_back(OdString().format(L"%d/Services/%d/end", made % 10, made / 10));
+        keys.push_back(OdString().format(L"Core/Key%d", made));
+    }
+    const OdRxDictionaryPtr dictionary = newDictionary();
+    std::map<OdString, OdRxObjectPtr> expected;
+    const auto held = [&expected](const OdString& key) {
+        const auto found = expected.find(key);
+        return found == expected.end() ? OdRxObjectPtr() : found->second;
+    };
+    for (int step = 0; step < 20'000; ++step) {
+        const OdString& key = keys[random() % keys.size()];
+        switch (random() % 4) {
+            case 0: {
+                const OdRxObjectPtr object = newObject();
+                EXPECT_EQ(dictionary->putAt(key, object.get()), held(key));
+                expected[key] = object;
+                break;
+            }
+            case 1:
+                EXPECT_EQ(dictionary->remove(key), held(key));
+                expected.erase(key);
+                break;
+            default:
+                EXPECT_EQ(dictionary->getAt(key), held(key));
+                EXPECT_EQ(dictionary->has(key), expected.contains(key));
+                break;
+        }
+    }
+    EXPECT_GT(expected.size(), 20u);
+    const OdStringArray names = dictionary->keys();
+    ASSERT_EQ(names.size(), expected.size());
+    for (unsigned int index = 0; index < names.size(); ++index) {
+        EXPECT_EQ(names[index], std::next(expected.begin(), index)->first);
+    }
 }

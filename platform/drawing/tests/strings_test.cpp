@@ -1,6 +1,10 @@
 #include <climits>
 #include <clocale>
+#include <iterator>
+#include <optional>
+#include <random>
 #include <string>
+#include <string_view>
 
 #include "testsupport.h"
 
@@ -37,6 +41,90 @@ TEST(Utf8, KeepsANulInside) {
     const OdAnsiString bytes(std::string("a\0b", 3));
     EXPECT_EQ(OdUtf8StringToOdString(bytes).getLength(), 3);
     EXPECT_EQ(OdStringToUtf8String(OdUtf8StringToOdString(bytes)), bytes);
+}
+
+// The definition of the two conversions, one step after the other.
+namespace plain {
+
+std::string utf8Of(char32_t c) {
+    const auto byte = [c](char32_t lead, int shift, char32_t mask) {
+        return static_cast<char>(lead | ((c >> shift) & mask));
+    };
+    if (c < 0x80) {
+        return {byte(0, 0, 0x7F)};
+    }
+    if (c < 0x800) {
+        return {byte(0xC0, 6, 0x1F), byte(0x80, 0, 0x3F)};
+    }
+    if (c < 0x10000) {
+        return {byte(0xE0, 12, 0x0F), byte(0x80, 6, 0x3F), byte(0x80, 0, 0x3F)};
+    }
+    return {byte(0xF0, 18, 0x07), byte(0x80, 12, 0x3F), byte(0x80, 6, 0x3F), byte(0x80, 0, 0x3F)};
+}
+
+bool isCodePoint(char32_t c) {
+    return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
+}
+
+/// The code point that the bytes are the form of; nothing for any others.
+std::optional<char32_t> codePointOf(const std::string& bytes) {
+    const char32_t leadMasks[] = {0x7F, 0x1F, 0x0F, 0x07};
+    char32_t c = static_cast<unsigned char>(bytes[0]) & leadMasks[bytes.size() - 1];
+    for (const char byte : bytes.substr(1)) {
+        c = (c << 6) | (static_cast<unsigned char>(byte) & 0x3F);
+    }
+    return isCodePoint(c) && utf8Of(c) == bytes ? std::optional(c) : std::nullopt;
+}
+
+/// Whether bytes behind these can make them a code point's form, or they are one.
+bool isBeginning(const std::string& bytes) {
+    for (std::size_t length = bytes.size(); length <= 4; ++length) {
+        for (const char fill : {'\x80', '\xBF'}) {
+            if (codePointOf(bytes + std::string(length - bytes.size(), fill))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+std::wstring wideOf(const std::string& text) {
+    std::wstring wide;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t length = 1;
+        while (at + length < text.size() && isBeginning(text.substr(at, length + 1))) {
+            ++length;
+        }
+        wide += static_cast<wchar_t>(codePointOf(text.substr(at, length)).value_or(U'\xFFFD'));
+        at += length;
+    }
+    return wide;
+}
+
+}  // namespace plain
+
+TEST(Utf8, RandomTextsAreConvertedAsTheDefinitionSays) {
+    constexpr unsigned seed = 21;
+    std::mt19937 random(seed);
+    const char32_t limits[] = {0x80, 0x800, 0x10000, 0x110000, 0x120000};
+    for (int round = 0; round < 20'000; ++round) {
+        std::string bytes;
+        std::wstring wide;
+        std::string wideAsBytes;
+        const auto limit = limits[random() % std::size(limits)];
+        for (auto count = random() % 30; count > 0; --count) {
+            const char32_t c = static_cast<char32_t>(random()) % limit;
+            wide += static_cast<wchar_t>(c);
+            wideAsBytes += plain::utf8Of(plain::isCodePoint(c) ? c : U'\xFFFD');
+            // In the bytes stands the form of any number, one in eight damaged.
+            const std::string form = plain::utf8Of(c);
+            bytes +=
+                random() % 8 ? form : form.substr(0, random() % 3) + static_cast<char>(random());
+        }
+        ASSERT_EQ(OdUtf8StringToOdString(OdAnsiString(bytes)).view(), plain::wideOf(bytes)) << seed;
+        ASSERT_EQ(OdStringToUtf8String(OdString(std::wstring_view(wide))).view(), wideAsBytes)
+            << seed;
+    }
 }
 
 // One replacement for each maximal ill-formed part; the rows follow Unicode's own tables.

@@ -3,7 +3,8 @@
 #include <locale.h>
 #include <wctype.h>
 
-#include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -46,6 +47,28 @@ bool isAscii(char character) {
     return (character & 0x80) == 0;
 }
 
+constexpr std::uint64_t inEachByte(std::uint8_t value) {
+    return 0x0101010101010101u * value;
+}
+
+// Eight characters at a time. The sums set a byte's highest bit from "A" on, and behind "Z"; the
+// bit that makes a small letter stands two below it.
+std::size_t foldAsciiBlocks(std::string_view text, char* folded) {
+    constexpr std::uint64_t highestBits = inEachByte(0x80);
+    std::size_t at = 0;
+    for (std::uint64_t block = 0; text.size() - at >= sizeof block; at += sizeof block) {
+        std::memcpy(&block, text.data() + at, sizeof block);
+        if ((block & highestBits) != 0) {
+            break;
+        }
+        const std::uint64_t fromA = block + inEachByte(0x80 - 'A');
+        const std::uint64_t behindZ = block + inEachByte(0x80 - 'Z' - 1);
+        block |= (fromA & ~behindZ & highestBits) >> 2;
+        std::memcpy(folded + at, &block, sizeof block);
+    }
+    return at;
+}
+
 char32_t lowerCase(char32_t character) {
     if (character >= kFirstIllFormed) {
         return character;
@@ -81,9 +104,8 @@ void append(char32_t codePoint, std::string& text) {
 
 void foldCase(std::string_view text, std::string& folded) {
     // Most names are ASCII from end to end.
-    const auto ascii = std::find_if_not(text.begin(), text.end(), isAscii);
-    folded.assign(text.begin(), ascii);
-    std::transform(folded.begin(), folded.end(), folded.begin(), lowerAscii);
+    folded.resize(text.size());
+    folded.resize(foldAsciiBlocks(text, folded.data()));
     text.remove_prefix(folded.size());
     while (!text.empty()) {
         if (isAscii(text[0])) {

@@ -40,7 +40,7 @@ struct ElementAccess {
     template <class T, class... Arguments>
     static void become(ElementValue& node, int kind, Arguments&&... arguments) {
         Value value(std::in_place_type<T>, std::forward<Arguments>(arguments)...);
-        node.type = kind;
+        node.type = static_cast<std::uint16_t>(kind);
         std::swap(node.value, value);
     }
 
@@ -50,6 +50,16 @@ struct ElementAccess {
         return VoJsonPtr::attach(
             new ElementValue(std::in_place_type<T>, kind, std::forward<Arguments>(arguments)...));
     }
+
+    /// A new node in a place of a block; nodeblock.h has the rest.
+    template <class T, class... Arguments>
+    static VoJsonPtr makeAt(void* memory, std::uint16_t place, int kind, Arguments&&... arguments) {
+        auto* node = new (memory)
+            ElementValue(std::in_place_type<T>, kind, std::forward<Arguments>(arguments)...);
+        node->placeInBlock = place;
+        return VoJsonPtr::attach(node);
+    }
+    static std::uint16_t placeInBlock(const ElementValue& node) { return node.placeInBlock; }
 };
 
 /// Whether the node has the kind, whatever its flags are.

@@ -2,6 +2,7 @@
 #include "utils/elementvalue.h"
 
 #include "elementaccess.h"
+#include "nodeblock.h"
 
 namespace {
 
@@ -33,36 +34,79 @@ ElementAccess::Value& valueOf(const VoJsonPtr& parent) {
     return ElementAccess::value(static_cast<ElementValue&>(*parent.get()));
 }
 
-// Lets a child go. One that has children itself waits: in a list through the places of first
-// children, since nodes end where there may be no memory for a list.
-void drop(VoJsonPtr child, VoJsonPtr& waiting) {
-    while (lastParent(child.get())) {
-        VoJsonPtr first = std::exchange(firstChild(valueOf(child)), std::move(waiting));
-        waiting = std::exchange(child, std::move(first));
-    }
-}
-
-void dropChildren(ElementAccess::Value& value, VoJsonPtr& waiting) {
-    if (auto* items = std::get_if<ElementAccess::Items>(&value)) {
-        for (VoJsonPtr& item : *items) {
-            drop(std::move(item), waiting);
-        }
-    } else if (auto* members = std::get_if<MemberTable>(&value)) {
-        for (std::size_t place = 0; place < members->size(); ++place) {
-            drop(std::move(members->slot(place)), waiting);
+// Drops what stands below a node, on little stack however deep that is.
+class Dismantling {
+  public:
+    void run(ElementAccess::Value& value) {
+        dropChildren(value);
+        while (waiting) {
+            VoJsonPtr parent = std::move(waiting);
+            waiting = std::move(firstChild(valueOf(parent)));
+            dropChildren(valueOf(parent));
+            letGo(std::move(parent));
         }
     }
-}
 
-// Drops a value node by node, so that the depth of the tree below it costs no stack.
-void dismantle(ElementAccess::Value value) {
+  private:
+    // The value is left without children, and good for nothing but its end.
+    void dropChildren(ElementAccess::Value& value) {
+        if (auto* items = std::get_if<ElementAccess::Items>(&value)) {
+            for (VoJsonPtr& item : *items) {
+                drop(item);
+            }
+            items->clear();
+        } else if (auto* members = std::get_if<MemberTable>(&value)) {
+            for (std::size_t place = 0; place < members->size(); ++place) {
+                drop(members->slot(place));
+            }
+            *members = MemberTable();
+        }
+    }
+
+    // Lets a child go, its own children first.
+    void drop(VoJsonPtr& child) {
+        if (lastParent(child.get())) {
+            if (levels < kMostLevels) {
+                ++levels;
+                dropChildren(valueOf(child));
+                --levels;
+            } else {
+                wait(child);
+            }
+        }
+        letGo(std::move(child));
+    }
+
+    // Puts off a child that has children: in a list through the places of first children, since
+    // nodes end where there may be no memory for a list. What stood in the last such place is left.
+    void wait(VoJsonPtr& child) {
+        while (lastParent(child.get())) {
+            VoJsonPtr first = std::exchange(firstChild(valueOf(child)), std::move(waiting));
+            waiting = std::exchange(child, std::move(first));
+        }
+    }
+
+    // Most nodes end here, without a call through their table.
+    void letGo(VoJsonPtr node) {
+        if (node && ElementAccess::plain(*node.get())) {
+            auto& element = static_cast<ElementValue&>(*node.get());
+            if (ElementAccess::isUnshared(element)) {
+                node.detach();
+                ender.end(element);
+            }
+        }
+    }
+
+    // Enough for any tree that isn't made to be deep.
+    static constexpr int kMostLevels = 16;
+
+    int levels = 0;
     VoJsonPtr waiting;
-    dropChildren(value, waiting);
-    while (waiting) {
-        const VoJsonPtr parent = std::move(waiting);
-        waiting = std::move(firstChild(valueOf(parent)));
-        dropChildren(valueOf(parent), waiting);
-    }
+    NodeEnder ender;
+};
+
+void dismantle(ElementAccess::Value value) {
+    Dismantling().run(value);
 }
 
 }  // namespace
@@ -114,10 +158,8 @@ void ElementValue::addRef() const {
 }
 
 void ElementValue::release() const {
-    // Whoever holds the only reference is alone with the node and needs no atomic subtraction.
-    if (refs.load(std::memory_order_acquire) == 1 ||
-        refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        delete this;
+    if (refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        NodeEnder().end(const_cast<ElementValue&>(*this));
     }
 }
 
@@ -212,7 +254,7 @@ void ElementValue::clear() {
     } else if (std::holds_alternative<MemberTable>(value)) {
         emptied.emplace<MemberTable>();
     } else {
-        type |= kElementNoValue;
+        type = static_cast<std::uint16_t>(type | kElementNoValue);
     }
     dismantle(std::exchange(value, std::move(emptied)));
 }

@@ -1,15 +1,16 @@
 // Files by wildcard pattern. A folder is read in one pass; the order of the answers is made
 // afterwards, since that of the file system is no order.
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "casefold.h"
 #include "folderreader.h"
 #include "pathtext.h"
+#include "sortednames.h"
 #include "utils/paths.h"
 
 namespace {
@@ -25,6 +26,9 @@ bool fits(std::string_view pattern, std::string_view name) {
         if (inPattern < pattern.size() && pattern[inPattern] == '*') {
             star = inPattern++;
             taken = inName;
+            if (inPattern == pattern.size()) {
+                return true;
+            }
         } else if (inPattern < pattern.size() && pattern[inPattern] == '?') {
             ++inPattern;
             inName += foldedLength(name[inName]);
@@ -60,29 +64,6 @@ class Pattern {
     bool hasWildcards;
 };
 
-/// A name with what it is sorted by.
-struct SortedName {
-    SortedName(std::string_view text, std::string_view folded, bool comesFirst)
-        : name(text), foldedStem(stemOf(folded)), isFirst(comesFirst) {}
-
-    friend bool operator<(const SortedName& a, const SortedName& b) {
-        if (a.isFirst != b.isFirst) {
-            return a.isFirst;
-        }
-        const int order = a.foldedStem.compare(b.foldedStem);
-        return order != 0 ? order < 0 : a.tieBreaker() < b.tieBreaker();
-    }
-    std::tuple<std::string_view, std::string, std::string_view> tieBreaker() const {
-        const std::string_view stem = stemOf(name);
-        const std::string_view extension = std::string_view(name).substr(stem.size());
-        return {stem, foldCase(extension), extension};
-    }
-
-    std::string name;
-    std::string foldedStem;
-    bool isFirst;
-};
-
 struct Folder {
     std::string path;
     std::size_t level;
@@ -97,15 +78,18 @@ class Glob {
 
   private:
     void searchFolder(const Folder& folder);
-    void addFiles(const std::string& path, std::vector<SortedName>& files);
-    void addFolders(const Folder& parent, std::vector<SortedName>& folders);
+    void addFiles(const std::string& path);
+    void addFolders(const Folder& parent);
 
     Pattern pattern;
     std::size_t levelCount;
     OdArray<OdAnsiString>& result;
     std::vector<Folder> pending;
     FolderChain chain;
-    std::string foldedName;  // kept, so that names need no block each
+    // Those of one folder; kept, so that folders need no blocks each.
+    std::string foldedName;
+    SortedNames files;
+    SortedNames folders;
 };
 
 void Glob::search(const std::string& top) {
@@ -123,38 +107,38 @@ void Glob::searchFolder(const Folder& folder) {
         return;
     }
     const bool goesDeeper = folder.level + 1 < levelCount;
-    std::vector<SortedName> files;
-    std::vector<SortedName> folders;
+    files.clear();
+    folders.clear();
     while (reader.next()) {
         foldCase(reader.name(), foldedName);
         const bool matches = pattern.matches(foldedName);
         const EntryKind kind = matches || goesDeeper ? reader.kind() : EntryKind::kNothing;
         if (matches && kind == EntryKind::kFile) {
-            files.emplace_back(reader.name(), foldedName, pattern.isExactly(reader.name()));
+            files.add(reader.name(), foldedName, pattern.isExactly(reader.name()));
         } else if (goesDeeper && kind == EntryKind::kFolder) {
-            folders.emplace_back(reader.name(), foldedName, false);
+            folders.add(reader.name(), foldedName);
         }
     }
-    addFiles(folder.path, files);
-    addFolders(folder, folders);
+    addFiles(folder.path);
+    addFolders(folder);
 }
 
-void Glob::addFiles(const std::string& path, std::vector<SortedName>& files) {
-    std::sort(files.begin(), files.end());
+void Glob::addFiles(const std::string& path) {
     std::string answer = joinPath(path, "");
     const std::size_t folderLength = answer.size();
-    for (const SortedName& file : files) {
-        answer.replace(folderLength, answer.npos, file.name);
+    files.forEach([&](std::string_view name) {
+        answer.replace(folderLength, answer.npos, name);
         result.append(OdAnsiString(answer));
-    }
+    });
 }
 
-void Glob::addFolders(const Folder& parent, std::vector<SortedName>& folders) {
-    // The last one put there is the first one searched.
-    std::sort(folders.rbegin(), folders.rend());
-    for (const SortedName& folder : folders) {
-        pending.push_back({joinPath(parent.path, folder.name), parent.level + 1});
-    }
+void Glob::addFolders(const Folder& parent) {
+    const auto before = static_cast<std::ptrdiff_t>(pending.size());
+    folders.forEach([&](std::string_view name) {
+        pending.push_back({joinPath(parent.path, name), parent.level + 1});
+    });
+    // The last one there is the first one searched.
+    std::reverse(pending.begin() + before, pending.end());
 }
 
 }  // namespace

@@ -35,11 +35,16 @@ bool isBelowOne(std::string_view text) {
 
 JsonNumber jsonNumber(std::string_view text) {
     const bool negative = text.starts_with('-');
-    if (std::int64_t integer = 0; parse(text, integer) && !(negative && integer == 0)) {
-        return integer;
-    }
-    if (std::uint64_t integer = 0; !negative && parse(text, integer)) {
-        return integer;
+    const char* end = text.data() + text.size();
+    std::int64_t integer = 0;
+    // Goes to the end of the digits, whether there is room for them or not.
+    if (const auto result = std::from_chars(text.data(), end, integer); result.ptr == end) {
+        if (result.ec == std::errc() && !(negative && integer == 0)) {
+            return integer;
+        }
+        if (std::uint64_t large = 0; !negative && parse(text, large)) {
+            return large;
+        }
     }
     if (double real = 0; parse(text, real)) {
         return real;

@@ -13,39 +13,39 @@ VoJsonPtr JsonTreeBuilder::root() const {
 }
 
 bool JsonTreeBuilder::Null() {
-    return add(ElementAccess::make<std::monostate>(kElementNull | kElementNoValue));
+    return add(nodes.make<std::monostate>(kElementNull | kElementNoValue));
 }
 
 bool JsonTreeBuilder::Bool(bool boolean) {
-    return add(ElementAccess::make<bool>(kElementBoolean, boolean));
+    return add(nodes.make<bool>(kElementBoolean, boolean));
 }
 
 bool JsonTreeBuilder::RawNumber(const char* text, unsigned length, bool /*copy*/) {
     const JsonNumber number = jsonNumber({text, length});
     if (const auto* integer = std::get_if<std::int64_t>(&number)) {
-        return add(ElementAccess::make<std::int64_t>(kElementInteger, *integer));
+        return add(nodes.make<std::int64_t>(kElementInteger, *integer));
     }
     if (const auto* unsignedInteger = std::get_if<std::uint64_t>(&number)) {
-        return add(ElementAccess::make<std::uint64_t>(kElementUnsigned, *unsignedInteger));
+        return add(nodes.make<std::uint64_t>(kElementUnsigned, *unsignedInteger));
     }
     if (const auto* real = std::get_if<double>(&number)) {
-        return add(ElementAccess::make<double>(kElementReal, *real));
+        return add(nodes.make<double>(kElementReal, *real));
     }
     return refuse(GetParseError_En(rapidjson::kParseErrorNumberTooBig));
 }
 
 bool JsonTreeBuilder::String(const char* text, unsigned length, bool /*copy*/) {
-    return isText({text, length}) &&
-           add(ElementAccess::make<std::string>(kElementText, text, length));
+    return isText({text, length}) && add(nodes.make<std::string>(kElementText, text, length));
 }
 
 bool JsonTreeBuilder::Key(const char* text, unsigned length, bool /*copy*/) {
-    pending.push_back({{text, length}, nullptr});
-    return isText({text, length});
+    const std::string_view key(text, length);
+    pending.emplace_back(key, nullptr);
+    return isText(key);
 }
 
 bool JsonTreeBuilder::StartObject() {
-    return open(ElementAccess::make<MemberTable>(kElementObject));
+    return open(nodes.make<MemberTable>(kElementObject));
 }
 
 bool JsonTreeBuilder::EndObject(unsigned count) {
@@ -56,13 +56,13 @@ bool JsonTreeBuilder::EndObject(unsigned count) {
     for (std::size_t at = first; at < pending.size(); ++at) {
         members.set(pending[at].key, std::move(pending[at].node));
     }
-    pending.resize(first);
+    pending.erase(pending.begin() + static_cast<std::ptrdiff_t>(first), pending.end());
     --depth;
     return true;
 }
 
 bool JsonTreeBuilder::StartArray() {
-    return open(ElementAccess::make<ElementAccess::Items>(kElementArray));
+    return open(nodes.make<ElementAccess::Items>(kElementArray));
 }
 
 bool JsonTreeBuilder::EndArray(unsigned count) {
@@ -73,7 +73,7 @@ bool JsonTreeBuilder::EndArray(unsigned count) {
     for (std::size_t at = first; at < pending.size(); ++at) {
         items.push_back(std::move(pending[at].node));
     }
-    pending.resize(first);
+    pending.erase(pending.begin() + static_cast<std::ptrdiff_t>(first), pending.end());
     --depth;
     return true;
 }
@@ -82,7 +82,7 @@ bool JsonTreeBuilder::add(VoJsonPtr node) {
     if (!pending.empty() && !pending.back().node) {
         pending.back().node = std::move(node);
     } else {
-        pending.push_back({{}, std::move(node)});
+        pending.emplace_back(std::string_view(), std::move(node));
     }
     return true;
 }

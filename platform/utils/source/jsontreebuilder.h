@@ -6,8 +6,10 @@
 #pragma once
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "nodeblock.h"
 #include "utils/elementvaluebase.h"
 
 class JsonTreeBuilder {
@@ -41,6 +43,8 @@ class JsonTreeBuilder {
   private:
     // A key waits without a node until its value comes; items have no key.
     struct Pending {
+        Pending(std::string_view text, VoJsonPtr value) : key(text), node(std::move(value)) {}
+
         std::string_view key;
         VoJsonPtr node;
     };
@@ -50,6 +54,7 @@ class JsonTreeBuilder {
     bool isText(std::string_view text);
     bool refuse(const char* why);
 
+    NodeMaker nodes;
     std::vector<Pending> pending;
     int depth = 0;
     bool checksTexts;

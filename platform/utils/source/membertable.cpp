@@ -11,14 +11,20 @@ std::uint32_t hashOf(std::string_view key) {
     return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
+// Keys of one object that are equally long often begin alike and seldom end so.
+bool isSame(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && (a.empty() || (a.back() == b.back() && a == b));
+}
+
 }  // namespace
 
 int MemberTable::find(std::string_view key) const {
-    if (index) {
-        return findIndexed(hashOf(key), key);
-    }
+    return index ? findIndexed(hashOf(key), key) : findOneByOne(key);
+}
+
+int MemberTable::findOneByOne(std::string_view key) const {
     for (std::size_t place = 0; place < members.size(); ++place) {
-        if (members[place].key == key) {
+        if (isSame(members[place].key, key)) {
             return static_cast<int>(place);
         }
     }
@@ -49,15 +55,18 @@ void MemberTable::reserve(std::size_t count) {
 }
 
 void MemberTable::set(std::string_view key, VoJsonPtr node) {
-    if (const int place = find(key); place >= 0) {
+    std::uint32_t hash = index ? hashOf(key) : 0;
+    if (const int place = index ? findIndexed(hash, key) : findOneByOne(key); place >= 0) {
         members[static_cast<std::size_t>(place)].node = std::move(node);
         return;
     }
+    const bool wasIndexed = index != nullptr;
     // The index first: when memory runs out, every member is still in it.
     growIndexFor(members.size() + 1);
-    members.push_back({std::string(key), std::move(node)});
+    members.emplace_back(key, std::move(node));
     if (index) {
-        enter(*index, {hashOf(key), static_cast<std::uint32_t>(members.size())});
+        hash = wasIndexed ? hash : hashOf(key);
+        enter(*index, {hash, static_cast<std::uint32_t>(members.size())});
     }
 }
 

@@ -135,6 +135,29 @@ void Lookup::stepToOthers(const Place& place) {
     }
 }
 
+// The same answer for a path that is there as it stands, at the price of one question: the search
+// goes along it before anything else. Dots take it to places of their own, but for the one that
+// asks for a folder.
+std::optional<std::string> findAsItStands(const std::string& folder, const Components& components) {
+    const bool asksForFolder = !components.empty() && components.back() == ".";
+    const std::size_t count = components.size() - (asksForFolder ? 1 : 0);
+    std::string path = folder;
+    for (std::size_t index = 0; index < count; ++index) {
+        if (components[index] == "." || components[index] == "..") {
+            return std::nullopt;
+        }
+        path += '/';
+        path += components[index];
+    }
+    // The search itself asks no more for a single one.
+    if (count < 2) {
+        return std::nullopt;
+    }
+    const EntryKind kind = kindAt(path);
+    const bool fits = asksForFolder ? kind == EntryKind::kFolder : kind != EntryKind::kNothing;
+    return fits ? std::optional(path) : std::nullopt;
+}
+
 std::optional<std::string> findPath(std::string_view path, const char* separators,
                                     Lookup::Case letterCase) {
     std::string start;
@@ -145,7 +168,11 @@ std::optional<std::string> findPath(std::string_view path, const char* separator
         }
         start.erase(start.find_last_not_of('/') + 1);
     }
-    return Lookup(split(path, separators), letterCase).findFrom(start);
+    Components components = split(path, separators);
+    if (auto found = findAsItStands(start, components)) {
+        return found;
+    }
+    return Lookup(std::move(components), letterCase).findFrom(start);
 }
 
 std::optional<std::string> findPath(std::string_view path) {

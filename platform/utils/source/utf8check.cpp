@@ -25,11 +25,22 @@ void skipAscii(std::string_view& text) {
     }
 }
 
+// Three bytes whose lead sets its follower no bounds of its own, as most of what isn't ASCII is.
+void skipThreeByteCharacters(std::string_view& text) {
+    const auto byte = [&text](std::size_t place) {
+        return static_cast<unsigned char>(text[place]);
+    };
+    while (text.size() >= 3 && byte(0) >= 0xE1 && byte(0) <= 0xEC && (byte(1) & 0xC0) == 0x80 &&
+           (byte(2) & 0xC0) == 0x80) {
+        text.remove_prefix(3);
+    }
+}
+
 }  // namespace
 
 bool isUtf8(std::string_view text) {
     NoOutput nowhere;
-    while (skipAscii(text), !text.empty()) {
+    while (skipAscii(text), skipThreeByteCharacters(text), !text.empty()) {
         rapidjson::MemoryStream stream(text.data(), text.size());
         if (!rapidjson::UTF8<>::Validate(stream, nowhere)) {
             return false;

@@ -16,18 +16,20 @@ std::optional<std::string> textOfFile(const char* path) {
         status.st_size > INT_MAX) {
         return std::nullopt;
     }
+    // Room for one byte more: a file that hasn't grown shows its end without another step.
     constexpr std::size_t step = 65536;
-    std::string text;
-    text.reserve(static_cast<std::size_t>(status.st_size) + step);
+    std::string text(static_cast<std::size_t>(status.st_size) + 1, '\0');
     for (std::size_t length = 0; length < INT_MAX;) {
-        text.resize(length + step);
-        const ssize_t count = ::read(file.get(), text.data() + length, step);
+        if (length == text.size()) {
+            text.resize(length + step);
+        }
+        const ssize_t count = ::read(file.get(), text.data() + length, text.size() - length);
         if (count < 0 && errno != EINTR) {
             return std::nullopt;
         }
         length += count < 0 ? 0 : static_cast<std::size_t>(count);
-        text.resize(length);
         if (count == 0) {
+            text.resize(length);
             return text;
         }
     }

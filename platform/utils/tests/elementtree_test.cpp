@@ -1,7 +1,10 @@
 // Paths, copies and merges of whole trees.
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "computednode.h"
 #include "utils/elementvalue.h"
@@ -42,6 +45,42 @@ TEST(ElementPath, WalksThroughObjectsAndArrays) {
         EXPECT_EQ(root->quickGetProperty(path), isList ? list : VoJsonPtr()) << path;
     }
     EXPECT_EQ(root->writeJson(), R"({"a":{"b":{"list":[{},{"leaf":1}]}}})");
+}
+
+TEST(ElementPath, RandomPathsLeadWhereTheirStepsLead) {
+    constexpr unsigned seed = 15;
+    std::mt19937 random(seed);
+    const std::string steps[] = {"", "a", "b", "0", "1", "01", "-1", "1x"};
+    const auto anyStep = [&] { return steps[random() % std::size(steps)]; };
+    const VoJsonPtr root = newObject();
+    std::vector<VoJsonPtr> nodes{root};
+    for (int count = 0; count < 60; ++count) {
+        const VoJsonPtr parent = nodes[random() % nodes.size()];
+        const int kinds[] = {kElementObject, kElementArray, kElementText};
+        const VoJsonPtr node = ElementValue::createObject(kinds[random() % std::size(kinds)]);
+        if (parent->append(node) > 0 || parent->set_propertyJ(OdAnsiString(anyStep()), node)) {
+            nodes.push_back(node);
+        }
+    }
+    int found = 0;
+    for (int round = 0; round < 5000; ++round) {
+        std::string path;
+        VoJsonPtr node = root;
+        for (auto left = 1 + random() % 4; left > 0; --left) {
+            const std::string step = anyStep();
+            path += step + (left > 1 ? "/" : "");
+            const bool isArray = node && node->valueType() == kElementArray;
+            const bool isIndex = step == "0" || step == "1" || step == "01";
+            node = !node     ? node
+                   : isArray ? node->getItem(isIndex ? std::stoi(step) : -1)
+                             : node->getProperty(OdAnsiString(step));
+        }
+        // A "/" at the end is ignored, so that an empty last step needs one of its own.
+        path += path.ends_with('/') || random() % 2 ? "/" : "";
+        ASSERT_EQ(root->quickGetProperty(OdAnsiString(path)), node) << path << ", seed " << seed;
+        found += node ? 1 : 0;
+    }
+    EXPECT_GT(found, 100);
 }
 
 TEST(ElementPath, EmptyStepsAreEmptyKeys) {

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "utils/elementvalue.h"
 
@@ -92,6 +96,46 @@ TEST(ElementValue, LargeObjectFindsEveryKeyThroughReplacementAndRemoval) {
         ASSERT_EQ(object->hasProperty(key.c_str()), index % 3 != 0);
     }
     EXPECT_EQ(object->propertyIndex("0"), object->propertyCount());
+}
+
+TEST(ElementValue, RandomUseAgreesWithAPlainList) {
+    std::vector<OdAnsiString> keys = {"", "a", "b", "ab", "ba", "bab", "aab"};
+    for (int index = 0; index < 30; ++index) {
+        keys.emplace_back(OdAnsiString("key" + std::to_string(index)));
+    }
+    constexpr unsigned seed = 14;
+    std::mt19937 random(seed);
+    const VoJsonPtr object = newObject();
+    std::vector<std::pair<OdAnsiString, VoJsonPtr>> plain;
+    const auto placeOf = [&plain](const OdAnsiString& key) {
+        return std::find_if(plain.begin(), plain.end(),
+                            [&key](const auto& member) { return member.first == key; });
+    };
+    for (int round = 0; round < 4000; ++round) {
+        // Longer and shorter by turns, so that the list is searched in both ways.
+        const bool grows = round / 500 % 2 == 0;
+        const OdAnsiString& key = keys[random() % keys.size()];
+        const auto place = placeOf(key);
+        if (random() % 4 == (grows ? 0u : 1u) || (!grows && random() % 2 == 0)) {
+            object->removeProperty(key);
+            if (place != plain.end()) {
+                plain.erase(place);
+            }
+        } else {
+            const VoJsonPtr node = object->set_propertyI(key, round, false);
+            if (place != plain.end()) {
+                place->second = node;
+            } else {
+                plain.emplace_back(key, node);
+            }
+        }
+        const OdAnsiString& asked = keys[random() % keys.size()];
+        const auto found = placeOf(asked);
+        const bool isThere = found != plain.end();
+        ASSERT_EQ(object->getProperty(asked), isThere ? found->second : VoJsonPtr()) << seed;
+        ASSERT_EQ(object->propertyIndex(asked), isThere ? found - plain.begin() + 1 : 0) << seed;
+        ASSERT_EQ(static_cast<std::size_t>(object->propertyCount()), plain.size()) << seed;
+    }
 }
 
 TEST(ElementValue, ArraysInsertReplaceAndRemove) {

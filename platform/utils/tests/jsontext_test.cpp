@@ -2,11 +2,15 @@
 #include <global/log.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "support/testfolder.h"
 #include "utils/elementvalue.h"
@@ -207,6 +211,66 @@ TEST_F(JsonText, OnlyStrictJsonIsRead) {
     }
     EXPECT_EQ(again("\xEF\xBB\xBF {\"a\" : [ ] }\r\n\t"), R"({"a":[]})");
     EXPECT_EQ(again("null"), "null");
+}
+
+TEST_F(JsonText, RandomNumbersReadAsTheCLibraryReadsThem) {
+    constexpr unsigned seed = 12;
+    std::mt19937_64 random(seed);
+    std::string text = "[0";
+    std::vector<std::string> numbers;
+    for (int round = 0; round < 5000; ++round) {
+        std::string number = random() % 2 ? "-" : "";
+        const std::uint64_t digits = random() >> (random() % 64);
+        number += std::to_string(digits);
+        // Some are longer than any integer.
+        number += digits > 0 && random() % 4 == 0 ? std::to_string(random() % 100) : "";
+        number += random() % 2 ? '.' + std::to_string(random() >> (random() % 64)) : "";
+        number +=
+            random() % 4 == 0 ? "e" + std::to_string(static_cast<int>(random() % 400) - 200) : "";
+        text += ',' + number;
+        numbers.push_back(number);
+    }
+    const VoJsonPtr array = read(text + ']');
+    ASSERT_EQ(array.ArrayCount(), 5001);
+    for (int index = 1; index <= 5000; ++index) {
+        const std::string& number = numbers[static_cast<std::size_t>(index) - 1];
+        const VoJsonPtr node = array(index);
+        if (node->valueType() == kElementReal) {
+            ASSERT_EQ(bits(node->floatValue()), bits(std::strtod(number.c_str(), nullptr)))
+                << number;
+        } else {
+            ASSERT_EQ(node->writeJson(), OdAnsiString(number)) << "seed " << seed;
+        }
+        // An integer is a real only where no integer holds it.
+        if (number.find_first_of(".e") == std::string::npos && number.size() < 19 &&
+            number != "-0") {
+            ASSERT_EQ(node->valueType(), kElementInteger) << number;
+        }
+    }
+}
+
+// Nodes are read into blocks, several to one, and leave them in any order.
+TEST_F(JsonText, NodesOutliveTheirTree) {
+    std::string text = "[0";
+    for (int index = 1; index < 2000; ++index) {
+        text += R"(,{"n":)" + std::to_string(index) + R"(,"text":"longer than a short text"})";
+    }
+    VoJsonPtr root = read(text + ']');
+    std::mt19937 random(13);
+    std::vector<VoJsonPtr> kept;
+    for (int index = 1; index < 2000; ++index) {
+        if (random() % 3 == 0) {
+            kept.push_back(random() % 2 ? root(index) : root(index)->getProperty("text"));
+        }
+    }
+    root = nullptr;
+    std::shuffle(kept.begin(), kept.end(), random);
+    for (VoJsonPtr& node : kept) {
+        const VoJsonPtr held = node->getProperty("text");
+        const VoJsonPtr& leaf = held ? held : node;
+        ASSERT_EQ(leaf->strValue(), "longer than a short text");
+        node = nullptr;
+    }
 }
 
 TEST_F(JsonText, EndsWithinACharacterAreRefused) {

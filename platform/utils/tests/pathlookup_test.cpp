@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <clocale>
 #include <filesystem>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "support/testfolder.h"
 #include "utils/paths.h"
@@ -147,6 +150,70 @@ TEST_F(PathLookup, EndsSoonOnHostileNames) {
     EXPECT_EQ(found(dots), "no");
     EXPECT_EQ(found(std::string(300, 'x')), "no");
     EXPECT_EQ(found(folder.path("foo") + std::string("\0.shx", 5)), "no");
+}
+
+// What the look-up is to answer for names of ASCII letters without dots: at each folder the name as
+// it stands, then those that differ in case in their order; the first way that leads to the end.
+std::string plainlyFound(const std::string& folder, const std::vector<std::string>& names,
+                         std::size_t next) {
+    if (next == names.size()) {
+        return folder;
+    }
+    const auto lower = [](std::string text) {
+        std::transform(text.begin(), text.end(), text.begin(),
+                       [](unsigned char letter) { return static_cast<char>(letter | 0x20); });
+        return text;
+    };
+    std::vector<std::string> fitting;
+    std::error_code noFolder;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, noFolder)) {
+        const std::string name = entry.path().filename();
+        if (lower(name) == lower(names[next]) && std::filesystem::exists(entry.path())) {
+            fitting.push_back(name);
+        }
+    }
+    std::sort(fitting.begin(), fitting.end());
+    std::stable_partition(fitting.begin(), fitting.end(),
+                          [&](const std::string& name) { return name == names[next]; });
+    for (const std::string& name : fitting) {
+        std::string found = plainlyFound(folder + '/' + name, names, next + 1);
+        if (!found.empty()) {
+            return found;
+        }
+    }
+    return {};
+}
+
+TEST_F(PathLookup, AnswersAsAPlainSearchDoes) {
+    std::minstd_rand random(11);
+    const std::vector<std::string> names = {"ab", "aB", "Ab", "AB", "c", "C"};
+    const auto anyName = [&] { return names[random() % names.size()]; };
+    for (int made = 0; made < 30; ++made) {
+        std::error_code taken;
+        const std::filesystem::path base = folder.path(anyName() + '/' + anyName());
+        std::filesystem::create_directories(base, taken);
+        folder.file(base.lexically_relative(folder.path()) / anyName());
+        std::filesystem::create_symlink(made % 2 ? "nowhere" : "../C", base / anyName(), taken);
+    }
+    int hits = 0;
+    for (int step = 0; step < 2000; ++step) {
+        std::vector<std::string> wanted(1 + random() % 4);
+        std::generate(wanted.begin(), wanted.end(), anyName);
+        std::string path;
+        for (const std::string& name : wanted) {
+            path += (path.empty() ? "" : random() % 8 ? "/" : "//") + name;
+        }
+        const std::string expected = plainlyFound(folder.path(), wanted, 0);
+        hits += expected.empty() ? 0 : 1;
+        EXPECT_EQ(found(path), expected.empty() ? "no" : expected) << path;
+        EXPECT_EQ(found(folder.path(path)), expected.empty() ? "no" : expected) << path;
+        const bool isFolder = std::filesystem::is_directory(expected);
+        if (isFolder || expected.empty()) {
+            EXPECT_EQ(found(path + '/'), isFolder ? expected : "no") << path;
+        }
+    }
+    EXPECT_GT(hits, 400);
+    EXPECT_LT(hits, 1950);
 }
 
 }  // namespace

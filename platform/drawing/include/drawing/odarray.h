@@ -72,8 +72,18 @@ class OdArray {
         change([&](std::vector<T>& items) { items.push_back(value); });
         return size() - 1;
     }
+    size_type append(T&& value) {
+        change([&](std::vector<T>& items) { items.push_back(std::move(value)); });
+        return size() - 1;
+    }
     void push_back(const T& value) { append(value); }
     OdArray& append(const OdArray& other) {
+        if (other.isEmpty()) {
+            return *this;
+        }
+        if (isEmpty()) {
+            return *this = other;
+        }
         const OdArray source(other);
         change([&](std::vector<T>& items) {
             items.insert(items.end(), source.begin(), source.end());

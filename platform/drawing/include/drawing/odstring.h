@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "drawing/export.h"
 
@@ -109,6 +110,7 @@ class OdAnsiString : public OdStringCore<OdAnsiString, char> {
     OdAnsiString(const char* other) : OdStringCore(other ? View(other) : View()) {}
     explicit OdAnsiString(View other) : OdStringCore(other) {}
     OdAnsiString(const std::string& other) : OdStringCore(View(other)) {}
+    OdAnsiString(std::string&& other) { text = std::move(other); }
 
     operator const char*() const { return c_str(); }
     std::string str() const { return text; }

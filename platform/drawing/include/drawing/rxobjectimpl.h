@@ -1,9 +1,35 @@
 // Makes objects of the object model's classes.
 #pragma once
 
+#include <sys/single_threaded.h>
+
 #include <atomic>
 
 #include "drawing/rxobject.h"
+
+/// A count of references, atomic from the moment on at which the process has a second thread.
+class OdRefCounter {
+  public:
+    void increment() {
+        if (__libc_single_threaded) {
+            count.store(value() + 1, std::memory_order_relaxed);
+        } else {
+            count.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
+    /// True for the last one.
+    bool decrement() {
+        if (__libc_single_threaded) {
+            count.store(value() - 1, std::memory_order_relaxed);
+            return value() == 0;
+        }
+        return count.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+    long value() const { return count.load(std::memory_order_relaxed); }
+
+  private:
+    std::atomic<long> count{1};
+};
 
 /// Gives a class a reference count that starts at 1; the object goes with its last reference.
 template <class T, class TInterface = T>
@@ -19,16 +45,16 @@ class OdRxObjectImpl : public T {
         return OdSmartPtr<TInterface>(static_cast<TInterface*>(new OdRxObjectImpl), kOdRxObjAttach);
     }
 
-    void addRef() override { refs.fetch_add(1, std::memory_order_relaxed); }
+    void addRef() override { refs.increment(); }
     void release() override {
-        if (refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        if (refs.decrement()) {
             delete this;
         }
     }
-    long numRefs() const override { return refs.load(std::memory_order_relaxed); }
+    long numRefs() const override { return refs.value(); }
 
   private:
-    std::atomic<long> refs{1};
+    OdRefCounter refs;
 };
 
 /// Gives a class whose objects aren't counted: for objects in static storage.

@@ -1,6 +1,6 @@
 // The node for all data that trees hold.
 //
-// A node owns its children by one reference each and is destroyed without recursion, however deep
+// A node owns its children by one reference each and is destroyed on little stack, however deep
 // the tree below it is. Nothing looks for cycles: a node that is stored somewhere below itself is
 // never freed, and the trees that contain it are too deep to be written, copied or merged.
 #pragma once
@@ -95,9 +95,11 @@ class UTILS_EXPORT ElementValue : public IElementValueBase {
 
     template <class T, class... Arguments>
     ElementValue(std::in_place_type_t<T> held, int kind, Arguments&&... arguments)
-        : type(kind), value(held, std::forward<Arguments>(arguments)...) {}
+        : type(static_cast<std::uint16_t>(kind)),
+          value(held, std::forward<Arguments>(arguments)...) {}
 
     mutable std::atomic<int> refs{1};
-    int type;
+    std::uint16_t type;
+    std::uint16_t placeInBlock = 0;  // from 1; 0 for a node that stands alone
     Value value;
 };

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "utils/elementvaluebase.h"
@@ -15,6 +16,8 @@
 class UTILS_EXPORT MemberTable {
   public:
     struct Member {
+        Member(std::string_view text, VoJsonPtr value) : key(text), node(std::move(value)) {}
+
         std::string key;
         VoJsonPtr node;
     };
@@ -47,6 +50,7 @@ class UTILS_EXPORT MemberTable {
     };
     using Index = std::vector<Slot>;
 
+    int findOneByOne(std::string_view key) const;
     int findIndexed(std::uint32_t hash, std::string_view key) const;
     void growIndexFor(std::size_t count);
     static void enter(Index& index, Slot slot);

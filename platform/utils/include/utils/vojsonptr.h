@@ -27,6 +27,9 @@ class UTILS_EXPORT VoJsonPtr {
     /// Wraps a node that was just made; the creator's reference becomes the pointer's.
     static VoJsonPtr attach(IElementValueBase* node);
 
+    /// Hands the reference over to the caller.
+    IElementValueBase* detach() { return std::exchange(held, nullptr); }
+
     IElementValueBase* get() const { return held; }
     IElementValueBase* operator->() const { return held; }
     bool isNull() const { return held == nullptr; }

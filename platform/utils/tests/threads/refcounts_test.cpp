@@ -5,10 +5,14 @@
 
 #include <array>
 #include <atomic>
+#include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
+#include "support/testfolder.h"
 #include "utils/elementvalue.h"
+#include "utils/vojson.h"
 
 namespace {
 
@@ -59,6 +63,33 @@ TEST(ReferenceCounts, OfANodeEndItWhenAllHaveReadIt) {
                                   held->getProperty("number")->longlongValue();
                           });
         ASSERT_EQ(read[0] + read[1], 2);
+    }
+}
+
+// Neighbours of one block go with whoever held them; the block goes with the last.
+TEST(ReferenceCounts, OfABlockEndItWhenAllItsNodesHaveGone) {
+    const TestFolder folder;
+    std::string text = "[0";
+    for (int index = 1; index < 100; ++index) {
+        text += ",\"a text that is longer than short ones\"";
+    }
+    const OdAnsiString path(folder.file("nodes.json", text + ']'));
+    for (int round = 0; round < kRounds; ++round) {
+        VoJson root;
+        ASSERT_TRUE(root.read(path, -1, nullptr));
+        std::array<std::vector<VoJsonPtr>, 2> halves;
+        for (int index = 1; index < root.ArrayCount(); ++index) {
+            halves.at(static_cast<std::size_t>(index) % 2).push_back(root(index));
+        }
+        static_cast<VoJsonPtr&>(root) = nullptr;
+        std::array<int, 2> lengths{};
+        letGoOnTwoThreads(std::move(halves[0]), std::move(halves[1]),
+                          [&lengths](const std::vector<VoJsonPtr>& nodes, int thread) {
+                              lengths.at(static_cast<std::size_t>(thread)) =
+                                  nodes.back()->strValue().getLength();
+                          });
+        ASSERT_EQ(lengths[0], 37);
+        ASSERT_EQ(lengths[1], 37);
     }
 }
 
