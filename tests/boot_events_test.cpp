@@ -99,6 +99,30 @@ TEST_F(EventsTest, AReactorThatGoesMayCallTheDispatcher) {
     EXPECT_EQ(second->numRefs(), 2);
 }
 
+// A reactor may answer the cast for itself: with another object, or with none.
+TEST_F(EventsTest, AReactorIsAskedForTheOneToCall) {
+    struct Asked : vosi::VosiApRxEventReactor {
+        vosi::VosiApRxEventReactor* standIn = nullptr;
+        OdRxObject* queryX(const OdRxClass*) const override {
+            if (standIn) {
+                standIn->addRef();
+            }
+            return standIn;
+        }
+        void onAppStarted() override { note("the wrong one hears"); }
+    };
+    auto asked = OdRxObjectImpl<Asked>::createObject();
+    asked->standIn = first.get();
+    dispatcher()->addReactor(asked.get());
+    dispatcher()->addReactor(second.get());
+    dispatcher()->fireAppStarted();
+    EXPECT_EQ(first->numRefs(), 1);
+    asked->standIn = nullptr;
+    EXPECT_THROW(dispatcher()->fireAppStarted(), OdError_NotThatKindOfClass);
+    dispatcher()->removeReactor(asked.get());
+    EXPECT_THAT(journal::lines(), ElementsAre("first hears appStarted", "second hears appStarted"));
+}
+
 TEST_F(EventsTest, WithoutTheEntryEverythingElseGoesOn) {
     dispatcher()->addReactor(first.get());
     odrxSysRegistry()->remove(vosi::kRxEventKey);

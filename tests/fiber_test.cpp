@@ -1,10 +1,13 @@
 // The fiber service: order of running, reuse of records and threads, look-ups, tear-down.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <random>
 #include <thread>
+#include <vector>
 
 #include "fiber_world.h"
 
@@ -117,6 +120,39 @@ TEST(Fiber, ReusesTheLaterFreeRecordAndItsThread) {
     EXPECT_EQ(world.trace, "old tail, new body");
     EXPECT_EQ(ranOn, laterThread);
     EXPECT_EQ(world.create(note), earlier);
+}
+
+TEST(Fiber, ReusesTheLastFreeRecordInTheOrderOfCreation) {
+    FiberWorld world;
+    std::minstd_rand random(3);
+    std::vector<VoFiberHandle> inOrder;
+    std::vector<bool> isFree;
+    const auto give = [&](std::size_t index) {
+        world.run(inOrder[index]);
+        world.service->deleteFiber(inOrder[index]);
+        isFree[index] = true;
+    };
+    for (int step = 0; step < 600; ++step) {
+        const std::size_t index = inOrder.empty() ? 0 : random() % inOrder.size();
+        if (random() % 2 && !inOrder.empty() && !isFree[index]) {
+            give(index);
+            // Once more says nothing new.
+            world.service->deleteFiber(inOrder[index]);
+            continue;
+        }
+        const auto lastFree = std::find(isFree.rbegin(), isFree.rend(), true);
+        const VoFiberHandle made = world.create([] {});
+        if (lastFree == isFree.rend()) {
+            EXPECT_EQ(std::count(inOrder.begin(), inOrder.end(), made), 0);
+            inOrder.push_back(made);
+            isFree.push_back(false);
+        } else {
+            *lastFree = false;
+            EXPECT_EQ(made, inOrder[static_cast<std::size_t>(isFree.rend() - lastFree) - 1]);
+        }
+    }
+    EXPECT_GT(inOrder.size(), 5u);
+    EXPECT_EQ(world.service->convertFiberToThread(nullptr), 1);
 }
 
 TEST(Fiber, RunsWithinCreateWhenTheReusedRecordNeverRan) {

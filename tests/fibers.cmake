@@ -2,6 +2,7 @@
 # service dictionary, so that no application has to be booted.
 set(fiber_source ${PROJECT_SOURCE_DIR}/source/core/root/vemo_fiber.cpp)
 set(coroutine_source ${PROJECT_SOURCE_DIR}/source/core/root/sicorout.cpp)
+vemo_count_lines_of(${fiber_source} ${coroutine_source})
 
 vemo_add_test(fiber_test
   SOURCES fiber_test.cpp fiber_wakeup_test.cpp fiber_stress_test.cpp ${fiber_source}

@@ -15,12 +15,14 @@ std::string upperCase(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
+    const auto isBlank = [](char letter) { return letter == ' ' || letter == '\t'; };
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 std::vector<std::string> splitWords(std::string_view line) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <utility>
 
 #include <iconv.h>
 
@@ -61,20 +62,17 @@ std::string withoutEscapes(const std::string& text) {
 }  // namespace
 
 DxfTextDecoder::~DxfTextDecoder() {
-    if (converter) {
-        iconv_close(converter);
-    }
+    closeConverter();
 }
 
 void DxfTextDecoder::setEncoding(const std::string& codePage, const std::string& version) {
-    if (converter) {
-        iconv_close(converter);
-        converter = nullptr;
-    }
-    std::string name = converterName(codePage);
-    if (name.empty() || version >= kFirstUtf8Version) {
-        return;
-    }
+    closeConverter();
+    encoding = version >= kFirstUtf8Version ? std::string() : converterName(codePage);
+}
+
+void DxfTextDecoder::openConverter() {
+    // Asked for once, whether it is there or not.
+    const std::string name = std::exchange(encoding, {});
     iconv_t opened = iconv_open("UTF-8", name.c_str());
     // The C library's own word for failure.
     if (reinterpret_cast<std::intptr_t>(opened) != -1) {
@@ -82,9 +80,19 @@ void DxfTextDecoder::setEncoding(const std::string& codePage, const std::string&
     }
 }
 
-std::string DxfTextDecoder::decode(const std::string& bytes) const {
+void DxfTextDecoder::closeConverter() {
+    if (converter) {
+        iconv_close(converter);
+        converter = nullptr;
+    }
+}
+
+std::string DxfTextDecoder::decode(const std::string& bytes) {
     if (isAscii(bytes)) {
         return withoutEscapes(bytes);
+    }
+    if (!encoding.empty()) {
+        openConverter();
     }
     if (!converter) {
         return withoutEscapes(OdStringToUtf8String(OdUtf8StringToOdString(bytes)).str());

@@ -18,11 +18,16 @@ class DxfTextDecoder {
     /// Names the code page and version as the drawing's header gives them; either may be empty.
     void setEncoding(const std::string& codePage, const std::string& version);
 
-    std::string decode(const std::string& bytes) const;
+    std::string decode(const std::string& bytes);
 
   private:
+    void openConverter();
+    void closeConverter();
     std::string converted(const std::string& bytes) const;
 
+    // The converter's name while it is still to be opened, which loads a library of the system's:
+    // the first text that isn't ASCII asks for it.
+    std::string encoding;
     void* converter = nullptr;  // an iconv_t, null for UTF-8
 };
 

@@ -162,13 +162,17 @@ OdString FontResolution::fileOfFace(const FontRequest& request) {
 
 // The fonts' index knows bare names alone, and a drawing may carry the path of another machine.
 OdString FontResolution::lookUp(const std::string& name, Host::FindFileHint hint) {
-    const OdString path = OdUtf8StringToOdString(name);
-    const OdString bareName = voutGetLastFileNameInPathW(path);
-    OdString found = host.findFile(path, database, hint);
-    if (found.isEmpty() && !(bareName == path)) {
-        found = host.findFile(bareName, database, hint);
+    auto known = files.find({name, hint});
+    if (known == files.end()) {
+        const OdString path = OdUtf8StringToOdString(name);
+        const OdString bareName = voutGetLastFileNameInPathW(path);
+        OdString found = host.findFile(path, database, hint);
+        if (found.isEmpty() && !(bareName == path)) {
+            found = host.findFile(bareName, database, hint);
+        }
+        known = files.emplace(std::pair(name, hint), found).first;
     }
-    return found;
+    return known->second;
 }
 
 }  // namespace vemoapp

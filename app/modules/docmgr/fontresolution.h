@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include <drawing/runtime.h>
@@ -64,6 +65,8 @@ class FontResolution {
     OdDbBaseHostAppServices& host;
     OdDbBaseDatabase* database;
     std::map<FontRequest, Answer> answers;
+    // One substitute serves many.
+    std::map<std::pair<std::string, OdDbBaseHostAppServices::FindFileHint>, OdString> files;
 };
 
 }  // namespace vemoapp

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -30,11 +31,16 @@ class FileNameIndex {
     OdString find(const OdString& name, const OdStringArray& list);
 
   private:
+    using Place = OdStringArray::size_type;
+
     void takeLocale();
     void takeNewPaths(const OdStringArray& list);
+    std::optional<Place> firstPlace(const std::wstring& foldedName,
+                                    const OdStringArray& list) const;
 
-    std::unordered_map<std::wstring, OdStringArray::size_type> firstByName;
-    OdStringArray::size_type indexedCount = 0;
+    // The first places of names by the names' hashes: the names themselves are in the list.
+    std::unordered_multimap<std::size_t, Place> firstPlaces;
+    Place indexedCount = 0;
     std::string locale;
 };
 

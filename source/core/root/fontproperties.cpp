@@ -15,8 +15,8 @@ constexpr std::uint16_t kSimplifiedChinese = 0x804;
 constexpr std::uint16_t kLanguageNeutral = 0;
 
 struct Typeface {
-    OdString defaultName;
-    OdString localName;
+    const OdString* name;
+    const TtfFaceRecord* record;  // the first of the name; null when there is none
     int styles;
 };
 
@@ -27,32 +27,36 @@ int styleOf(const OdTtfDescriptor& face) {
     return face.isBold() ? 1 : face.isItalic() ? 2 : 0;
 }
 
-OdString localNameOf(const TtfFaceRecord& record) {
+const OdString& localNameOf(const Typeface& typeface) {
+    if (!typeface.record) {
+        return *typeface.name;
+    }
+    const FontNames& names = typeface.record->localNames;
     for (const std::uint16_t language : {kSimplifiedChinese, kLanguageNeutral}) {
-        if (const auto name = record.localNames.find(language); name != record.localNames.end()) {
+        if (const auto name = names.find(language); name != names.end()) {
             return name->second;
         }
     }
-    return record.typeface;
+    return *typeface.name;
 }
 
 std::vector<Typeface> typefacesOf(const OdArray<OdTtfDescriptor>& faces,
                                   const std::vector<TtfFaceRecord>& records) {
-    std::unordered_map<std::wstring_view, const TtfFaceRecord*> recordOf;
-    for (const TtfFaceRecord& record : records) {
-        recordOf.emplace(record.typeface.view(), &record);
-    }
     std::vector<Typeface> typefaces;
     std::unordered_map<std::wstring_view, std::size_t> placeOf;
+    placeOf.reserve(faces.size());
     for (const OdTtfDescriptor& face : faces) {
         const auto [place, isNew] = placeOf.emplace(face.typeface.view(), typefaces.size());
         if (isNew) {
-            const auto record = recordOf.find(face.typeface.view());
-            const bool named = record != recordOf.end();
-            typefaces.push_back(
-                {face.typeface, named ? localNameOf(*record->second) : face.typeface, 0});
+            typefaces.push_back({&face.typeface, nullptr, 0});
         }
         typefaces[place->second].styles |= styleOf(face);
+    }
+    for (const TtfFaceRecord& record : records) {
+        const auto place = placeOf.find(record.typeface.view());
+        if (place != placeOf.end() && !typefaces[place->second].record) {
+            typefaces[place->second].record = &record;
+        }
     }
     return typefaces;
 }
@@ -76,8 +80,8 @@ VoJsonPtr typefacesNode(const OdArray<OdTtfDescriptor>& faces,
     VoJsonPtr nodes = tree::newArray();
     for (const Typeface& typeface : typefacesOf(faces, records)) {
         const VoJsonPtr names = tree::newObject();
-        names->set_propertysW("default", typeface.defaultName, false);
-        names->set_propertysW("zh-CN", typeface.localName, false);
+        names->set_propertysW("default", *typeface.name, false);
+        names->set_propertysW("zh-CN", localNameOf(typeface), false);
         const VoJsonPtr node = tree::newObject();
         node->set_propertyJ("facename", names);
         node->set_propertyI("flag", typeface.styles, false);

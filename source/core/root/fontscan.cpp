@@ -1,8 +1,9 @@
 #include "fontscan.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <iterator>
+#include <string_view>
+#include <utility>
 
 #include <utils/paths.h>
 
@@ -10,33 +11,53 @@ namespace vosi {
 
 namespace {
 
-using Paths = OdArray<OdAnsiString>;
-
 bool isRepeated(const PathEntries& entries, PathEntries::const_iterator entry) {
     return std::any_of(entries.begin(), entry,
                        [&](const PathEntry& earlier) { return earlier.path == entry->path; });
 }
 
-Paths filesBelow(const PathEntries& entries, std::initializer_list<const char*> patterns) {
-    Paths files;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        if (isRepeated(entries, entry)) {
-            continue;
-        }
-        const OdAnsiString folder = OdStringToUtf8String(entry->path);
-        for (const char* pattern : patterns) {
-            voutGlobNoCaseSensitive2(folder, pattern, files, entry->depth);
+// Whether the path ends in the extension, which is in small letters. No letter but those of ASCII
+// has one of its letters for its small form.
+bool hasExtension(std::string_view path, std::string_view extension) {
+    const auto isSame = [](char letter, char small) {
+        const bool isCapital = letter >= 'A' && letter <= 'Z';
+        return (isCapital ? letter - 'A' + 'a' : letter) == small;
+    };
+    return path.size() >= extension.size() &&
+           std::equal(extension.rbegin(), extension.rend(), path.rbegin(),
+                      [&](char small, char letter) { return isSame(letter, small); });
+}
+
+void takeFiles(OdArray<OdAnsiString>& found, const char* extension, Paths& files) {
+    for (OdAnsiString& file : found) {
+        if (hasExtension(file.view(), extension)) {
+            files.push_back(std::move(file));
         }
     }
-    return files;
 }
 
 }  // namespace
 
-void scanShxFiles(const PathEntries& entries, OdStringArray& mainList, OdStringArray& bigList) {
+FontFiles fontFilesBelow(const PathEntries& entries) {
+    FontFiles files;
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        if (isRepeated(entries, entry)) {
+            continue;
+        }
+        // One walk for all: the order doesn't depend on the pattern.
+        OdArray<OdAnsiString> found;
+        voutGlobNoCaseSensitive2(OdStringToUtf8String(entry->path), "*", found, entry->depth);
+        takeFiles(found, ".shx", files.shx);
+        takeFiles(found, ".shp", files.shx);
+        takeFiles(found, ".ttc", files.trueType);
+        takeFiles(found, ".ttf", files.trueType);
+    }
+    return files;
+}
+
+void scanShxFiles(const Paths& paths, OdStringArray& mainList, OdStringArray& bigList) {
     OdRxSystemServices& system = *odrxSystemServices();
-    const Paths files = filesBelow(entries, {"*.shx", "*.shp"});
-    for (const OdAnsiString& file : files) {
+    for (const OdAnsiString& file : paths) {
         const OdString path = OdUtf8StringToOdString(file);
         if (!system.accessFile(path, kFileRead)) {
             continue;
@@ -56,18 +77,20 @@ void scanShxFiles(const PathEntries& entries, OdStringArray& mainList, OdStringA
     }
 }
 
-void scanTtfFiles(const PathEntries& entries, OdArray<OdTtfDescriptor>& descriptors,
+void scanTtfFiles(const Paths& paths, OdArray<OdTtfDescriptor>& descriptors,
                   std::vector<TtfFaceRecord>& records, OdStringArray& files) {
-    const Paths found = filesBelow(entries, {"*.ttc", "*.ttf"});
-    for (const OdAnsiString& file : found) {
+    std::vector<TtfFaceRecord> faces;
+    for (const OdAnsiString& file : paths) {
         const OdString path = OdUtf8StringToOdString(file);
-        std::vector<TtfFaceRecord> faces;
+        faces.clear();
         if (!readTtfDescriptors(path, faces)) {
             continue;
         }
-        for (TtfFaceRecord& face : faces) {
-            face.fileName = path;
-            descriptors.append(face);
+        for (const TtfFaceRecord& face : faces) {
+            // A record is asked for its names alone, and a path takes more room than they.
+            OdTtfDescriptor descriptor = face;
+            descriptor.fileName = path;
+            descriptors.append(std::move(descriptor));
         }
         std::move(faces.begin(), faces.end(), std::back_inserter(records));
         files.append(path);

@@ -16,19 +16,16 @@ namespace vosi {
 class MeteredStream {
   public:
     /// Reads on at the stream's position.
-    explicit MeteredStream(OdStreamBufPtr source)
-        : stream(std::move(source)), left(stream->length() + kLongestText) {}
+    explicit MeteredStream(OdStreamBufPtr source) : stream(std::move(source)) {}
 
     /// Raises what the stream raises, and OdError (eFileInternalErr) beyond the limit.
     void getBytes(void* target, std::uint32_t count) {
         if (count > left) {
-            throw OdError(eFileInternalErr, L"The font file uses its parts too often");
+            takeLength(count);
         }
         left -= count;
         stream->getBytes(target, count);
     }
-
-    std::uint64_t tell() const { return stream->tell(); }
 
     /// Whether the stream took the position, counted from its start.
     bool seekTo(std::uint64_t position) {
@@ -38,8 +35,19 @@ class MeteredStream {
   private:
     static constexpr std::uint64_t kLongestText = 65536;
 
+    // Hardly any font needs it, and it may take a call to the system.
+    void takeLength(std::uint32_t count) {
+        if (!std::exchange(lengthTaken, true)) {
+            left += stream->length();
+        }
+        if (count > left) {
+            throw OdError(eFileInternalErr, L"The font file uses its parts too often");
+        }
+    }
+
     OdStreamBufPtr stream;
-    std::uint64_t left;
+    std::uint64_t left = kLongestText;
+    bool lengthTaken = false;
 };
 
 }  // namespace vosi

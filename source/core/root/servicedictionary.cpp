@@ -24,6 +24,6 @@ void vo_arbitDict_clearservice(const OdString& key) {
 }
 
 OdRxObjectPtr vo_arbitDict_getservice(const OdString& key) {
-    const OdRxDictionaryPtr dictionary = appService().arbitraryDictionary();
+    const OdRxDictionaryPtr& dictionary = appService().arbitraryDictionary();
     return dictionary.isNull() ? OdRxObjectPtr() : dictionary->getAt(key);
 }

@@ -33,6 +33,7 @@
 // runs, takes records' mutexes under listMutex.
 #include "vemo_fiber.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -58,8 +59,9 @@ struct VoFiberRecord {
     pthread_t thread;
     std::intptr_t next;  // whom the thread wakes at the head of its loop, 0 for a converted thread;
                          // or FIBER_FREE, FIBER_TERMINATE
-    std::uint32_t wakes;   // how often the fiber was woken; guarded by mutex
-    VoFiberRecord* older;  // link of the chain at newestRecord
+    std::uint32_t wakes;     // how often the fiber was woken; guarded by mutex
+    std::uint32_t position;  // in the list
+    VoFiberRecord* older;    // link of the chain at newestRecord
 };
 
 namespace vofiber {
@@ -71,6 +73,9 @@ SystemCalls systemCalls = {&pthread_cond_wait, &pthread_create};
 namespace {
 
 std::vector<VoFiberRecord*> fiberList;  // in order of creation; never compacted
+// The positions of the free ones, a heap with the last of them on top, which is the next to be
+// used.
+std::vector<std::uint32_t> freePositions;
 pthread_mutex_t listMutex = PTHREAD_MUTEX_INITIALIZER;
 bool tornDown = false;
 
@@ -126,29 +131,36 @@ void wake(VoFiberRecord& target) {
     wake(target, [] {});
 }
 
-VoFiberRecord* lastFreeRecord() {
+// Out of the free ones; null when there is none.
+VoFiberRecord* takeLastFreeRecord() {
     VoFiberRecord* last = nullptr;
     pthread_mutex_lock(&listMutex);
-    for (VoFiberRecord* record : fiberList) {
-        if (record && record->next == FIBER_FREE) {
-            last = record;
-        }
+    if (!freePositions.empty()) {
+        std::pop_heap(freePositions.begin(), freePositions.end());
+        last = fiberList[freePositions.back()];
+        freePositions.pop_back();
     }
     pthread_mutex_unlock(&listMutex);
     return last;
 }
 
-// A zero-filled record and room for it in the list, so that its entry there, with mutexes held and
-// a thread started, can't fail.
+// A zero-filled record and room for it in both lists, so that its entry there, with mutexes held
+// and a thread started, or as it is given back, can't fail.
 VoFiberRecord* makeRecord() {
     if (fiberList.size() == fiberList.capacity()) {
         fiberList.reserve(2 * fiberList.size() + 1);
+        freePositions.reserve(fiberList.capacity());
     }
     auto* record = new VoFiberRecord{};
     pthread_mutex_init(&record->mutex, nullptr);
     pthread_cond_init(&record->cond, nullptr);
     record->older = std::exchange(newestRecord, record);
     return record;
+}
+
+void enterIntoList(VoFiberRecord& record) {
+    record.position = static_cast<std::uint32_t>(fiberList.size());
+    fiberList.push_back(&record);
 }
 
 void freeRecord(VoFiberRecord* record) {
@@ -200,7 +212,7 @@ bool startThread(VoFiberRecord& fiber, VoFiberRecord& creator) {
         return false;
     }
     pthread_mutex_lock(&listMutex);
-    fiberList.push_back(&fiber);
+    enterIntoList(fiber);
     pthread_mutex_unlock(&listMutex);
     handOff.sleep();
     return true;
@@ -231,7 +243,7 @@ VoFiberHandle VoFiberService::createFiber(std::size_t /*stackSize*/, VoFiberRout
     if (!creator || tornDown) {
         return nullptr;
     }
-    VoFiberRecord* reused = lastFreeRecord();
+    VoFiberRecord* reused = takeLastFreeRecord();
     VoFiberRecord* fiber = reused ? reused : makeRecord();
     fiber->self = fiber;
     fiber->routine = routine;
@@ -252,7 +264,7 @@ VoFiberHandle VoFiberService::convertThreadToFiber(void* data) {
     fiber->originMark = -1;
     fiber->data = data;
     fiber->thread = pthread_self();
-    fiberList.push_back(fiber);
+    enterIntoList(*fiber);
     setCurrent(fiber);
     return fiber;
 }
@@ -278,6 +290,7 @@ int VoFiberService::convertFiberToThread(void* data) {
         }
     }
     fiberList.clear();
+    freePositions.clear();
     pthread_mutex_unlock(&listMutex);
     pthread_mutex_destroy(&listMutex);
     tornDown = true;
@@ -302,6 +315,10 @@ void VoFiberService::switchToFiberByData(void* data) {
 
 void VoFiberService::deleteFiber(VoFiberHandle fiber) {
     if (fiber) {
+        if (fiber->next != FIBER_FREE) {
+            freePositions.push_back(fiber->position);
+            std::push_heap(freePositions.begin(), freePositions.end());
+        }
         fiber->self = nullptr;
         fiber->routine = nullptr;
         fiber->data = nullptr;

@@ -1,11 +1,14 @@
 // One face of an sfnt file: from its offset table to the records of its "name" table.
 #include <array>
+#include <cstring>
+#include <cwctype>
 #include <optional>
-#include <vector>
+#include <string_view>
 
 #include "bigendian.h"
 #include "fontassertion.h"
 #include "meteredstream.h"
+#include "scratchbuffer.h"
 #include "voapfontsread.h"
 
 namespace vosi {
@@ -17,10 +20,22 @@ constexpr std::uint16_t kEnglishUnitedStates = 1033;
 enum NameId : std::uint16_t { kFamily = 1, kSubfamily = 2 };
 enum Encoding : std::uint16_t { kUtf16 = 1, kUtf32 = 10 };
 
-bool tagIs(const std::uint8_t* tag, const char* wanted) {
-    const std::array<char, 5> text{static_cast<char>(tag[0]), static_cast<char>(tag[1]),
-                                   static_cast<char>(tag[2]), static_cast<char>(tag[3]), '\0'};
-    return Od_stricmpA(text.data(), wanted) == 0;
+constexpr std::uint32_t tagOf(const char (&letters)[5]) {
+    std::uint32_t tag = 0;
+    for (const char letter : std::string_view(letters)) {
+        tag = tag << 8 | static_cast<unsigned char>(letter);
+    }
+    return tag;
+}
+
+constexpr std::uint32_t kOpenTypeTag = tagOf("otto");
+constexpr std::uint32_t kTrueTypeTag = tagOf("true");
+constexpr std::uint32_t kNameTag = tagOf("name");
+
+// Whether the tag is the one in small letters, in any case.
+bool tagIs(const std::uint8_t* tag, std::uint32_t letters) {
+    constexpr std::uint32_t kCaseBits = 0x20202020;
+    return (bigEndian32(tag) | kCaseBits) == letters;
 }
 
 // The number of tables, nothing when this is no sfnt file.
@@ -29,7 +44,7 @@ std::optional<std::uint16_t> readOffsetTable(MeteredStream& stream) {
     std::array<std::uint8_t, 12> bytes{};
     stream.getBytes(bytes.data(), bytes.size());
     const bool isVersion1 = bigEndian32(bytes.data()) == 0x00010000;
-    if (!isVersion1 && !tagIs(bytes.data(), "otto") && !tagIs(bytes.data(), "true")) {
+    if (!isVersion1 && !tagIs(bytes.data(), kOpenTypeTag) && !tagIs(bytes.data(), kTrueTypeTag)) {
         assertOnce(reported, "Invalid Execution.", __LINE__);
         return std::nullopt;
     }
@@ -42,7 +57,7 @@ std::optional<std::uint32_t> findNameTable(MeteredStream& stream, std::uint16_t 
     for (unsigned int table = 0; table < tableCount; ++table) {
         std::array<std::uint8_t, 16> entry{};
         stream.getBytes(entry.data(), entry.size());
-        if (tagIs(entry.data(), "name")) {
+        if (tagIs(entry.data(), kNameTag)) {
             return bigEndian32(&entry[8]);
         }
         if (entry[0] == 0) {
@@ -54,12 +69,14 @@ std::optional<std::uint32_t> findNameTable(MeteredStream& stream, std::uint16_t 
 }
 
 struct NameRecord {
-    explicit NameRecord(const std::array<std::uint8_t, 12>& bytes)
-        : encoding(bigEndian16(&bytes[2])),
-          language(bigEndian16(&bytes[4])),
-          nameId(bigEndian16(&bytes[6])),
-          length(bigEndian16(&bytes[8])),
-          offset(bigEndian16(&bytes[10])) {}
+    static constexpr std::uint32_t kSize = 12;
+
+    explicit NameRecord(const std::uint8_t* bytes)
+        : encoding(bigEndian16(bytes + 2)),
+          language(bigEndian16(bytes + 4)),
+          nameId(bigEndian16(bytes + 6)),
+          length(bigEndian16(bytes + 8)),
+          offset(bigEndian16(bytes + 10)) {}
 
     std::uint16_t encoding;
     std::uint16_t language;
@@ -75,41 +92,71 @@ OdChar fromSurrogate(std::uint32_t unit, const std::uint8_t* next) {
     return static_cast<OdChar>((unit << 10) - 0x35FDC00u + following);
 }
 
-OdString readUtf16(MeteredStream& stream, std::uint16_t length) {
-    const std::size_t unitCount = length / 2;
-    // Two units of zeros behind the text: its end, and what a surrogate in last place reads beyond.
-    std::vector<std::uint8_t> bytes(2 * (unitCount + 2));
-    stream.getBytes(bytes.data(), length);
-    bytes[2 * unitCount] = 0;
+// The text of one record after the other.
+class RecordText {
+  public:
+    /// Takes the record's text from the stream's position.
+    void read(MeteredStream& stream, const NameRecord& record);
+    std::wstring_view view() const { return {text, length}; }
+    /// The text in small letters, and no longer as it was read.
+    std::wstring_view lowered();
 
-    OdString text;
+  private:
+    void takeUtf16(const std::uint8_t* bytes, std::size_t unitCount);
+    void takeUtf8(const char* bytes);
+
+    ScratchBuffer<std::uint8_t, 512> bytesRead;
+    ScratchBuffer<wchar_t, 256> characters;
+    wchar_t* text = nullptr;
+    std::size_t length = 0;
+};
+
+void RecordText::read(MeteredStream& stream, const NameRecord& record) {
+    const std::size_t unitCount = record.length / 2u;
+    // Two units of zeros behind the text: its end, and what a surrogate in last place reads beyond.
+    std::uint8_t* bytes = bytesRead.take(2 * (unitCount + 2));
+    std::memset(bytes + 2 * unitCount, 0, 4);
+    stream.getBytes(bytes, record.length);
+    if (record.encoding == kUtf16) {
+        bytes[2 * unitCount] = 0;
+        takeUtf16(bytes, unitCount);
+    } else {
+        takeUtf8(reinterpret_cast<const char*>(bytes));
+    }
+}
+
+void RecordText::takeUtf16(const std::uint8_t* bytes, std::size_t unitCount) {
+    text = characters.take(unitCount);
+    length = 0;
     for (std::size_t index = 0; index < unitCount;) {
-        const std::uint8_t* at = &bytes[2 * index];
+        const std::uint8_t* at = bytes + 2 * index;
         const std::uint16_t unit = bigEndian16(at);
         if (unit == 0) {
             break;
         }
         const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
-        text += isSurrogate ? fromSurrogate(unit, at + 2) : static_cast<OdChar>(unit);
+        text[length++] = isSurrogate ? fromSurrogate(unit, at + 2) : static_cast<OdChar>(unit);
         index += isSurrogate ? 3 : 1;
     }
-    return text;
 }
 
-OdString readBytesAsText(MeteredStream& stream, std::uint16_t length) {
-    std::vector<char> bytes(length + std::size_t{1});
-    stream.getBytes(bytes.data(), length);
-    return OdString(OdAnsiString(bytes.data()), OdCodePageId::kUtf8);
+void RecordText::takeUtf8(const char* bytes) {
+    const OdString wide(OdAnsiString(bytes), OdCodePageId::kUtf8);
+    length = wide.view().size();
+    text = characters.take(length);
+    wide.view().copy(text, length);
 }
 
 // A Turkish locale would make another letter of the I in "Italic".
-OdString lowerCase(const OdString& text) {
-    OdString lower;
-    for (const OdChar character : text.view()) {
-        const bool isCapital = character >= L'A' && character <= L'Z';
-        lower += isCapital ? static_cast<OdChar>(character - L'A' + L'a') : character;
+std::wstring_view RecordText::lowered() {
+    for (wchar_t* character = text; character != text + length; ++character) {
+        if (*character >= L'A' && *character <= L'Z') {
+            *character += L'a' - L'A';
+        } else if (*character > 0x7F) {
+            *character = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(*character)));
+        }
     }
-    return lower.makeLower();
+    return view();
 }
 
 // The result of one walk over the records.
@@ -118,14 +165,14 @@ class Face {
     Face(FontNames& names, bool& isBold, bool& isItalic)
         : localNames(names), bold(isBold), italic(isItalic) {}
 
-    void take(const NameRecord& record, const OdString& text) {
-        if (text.isEmpty()) {
+    void take(const NameRecord& record, RecordText& text) {
+        if (text.view().empty()) {
             return;
         }
         if (record.nameId == kFamily) {
-            takeFamily(record, text);
+            takeFamily(record, text.view());
         } else {
-            takeSubfamily(lowerCase(text));
+            takeSubfamily(text.lowered());
         }
     }
 
@@ -135,25 +182,23 @@ class Face {
   private:
     // A UTF-16 name in another language never becomes the typeface, an 8-bit name in any language
     // fills an empty one. The asymmetry decides under which name a font is known to drawings.
-    void takeFamily(const NameRecord& record, const OdString& text) {
-        if (!localNames.emplace(record.language, text).second) {
+    void takeFamily(const NameRecord& record, std::wstring_view text) {
+        const auto [name, isNew] = localNames.try_emplace(record.language, text);
+        if (!isNew) {
             return;
         }
         named = true;
         if (record.language == kEnglishUnitedStates ||
             (record.encoding != kUtf16 && typeface.isEmpty())) {
-            typeface = text;
+            typeface = name->second;
         }
     }
 
-    void takeSubfamily(const OdString& text) {
-        if (text.find(L"bold") >= 0) {
-            bold = true;
-        }
+    void takeSubfamily(std::wstring_view text) {
+        const auto says = [text](std::wstring_view word) { return text.find(word) != text.npos; };
+        bold = bold || says(L"bold");
         // "Bold I" is an abbreviation.
-        if (text.find(L"italic") >= 0 || text.find(L"bold i") >= 0) {
-            italic = true;
-        }
+        italic = italic || says(L"italic") || says(L"bold i");
     }
 
     FontNames& localNames;
@@ -163,33 +208,28 @@ class Face {
     bool named = false;
 };
 
-// False when the place of the text, or the way back from it, isn't in the stream.
-bool readRecordText(MeteredStream& stream, const NameRecord& record, std::uint32_t position,
-                    Face& face) {
-    const std::uint64_t next = stream.tell();
-    if (!stream.seekTo(position)) {
-        return false;
-    }
-    if (record.encoding == kUtf16) {
-        face.take(record, readUtf16(stream, record.length));
-    } else if (record.encoding != kUtf32) {
-        face.take(record, readBytesAsText(stream, record.length));
-    }
-    return stream.seekTo(next);
-}
-
 void readNameRecords(MeteredStream& stream, std::uint32_t table, Face& face) {
     std::array<std::uint8_t, 6> header{};
     stream.getBytes(header.data(), header.size());
     const std::uint16_t count = bigEndian16(&header[2]);
     const std::uint32_t storage = table + bigEndian16(&header[4]);
-    for (unsigned int index = 0; index < count; ++index) {
-        std::array<std::uint8_t, 12> bytes{};
-        stream.getBytes(bytes.data(), bytes.size());
-        const NameRecord record(bytes);
-        const bool isWanted = record.nameId == kFamily || record.nameId == kSubfamily;
-        if (isWanted && !readRecordText(stream, record, storage + record.offset, face)) {
+    constexpr std::size_t kUsualCount = 64;
+    ScratchBuffer<std::uint8_t, NameRecord::kSize * kUsualCount> buffer;
+    const std::uint32_t size = NameRecord::kSize * std::uint32_t{count};
+    std::uint8_t* records = buffer.take(size);
+    stream.getBytes(records, size);
+    RecordText text;
+    for (std::uint32_t at = 0; at < size; at += NameRecord::kSize) {
+        const NameRecord record(records + at);
+        if (record.nameId != kFamily && record.nameId != kSubfamily) {
+            continue;
+        }
+        if (!stream.seekTo(std::uint32_t{storage + record.offset})) {
             break;
+        }
+        if (record.encoding != kUtf32) {
+            text.read(stream, record);
+            face.take(record, text);
         }
     }
 }

@@ -9,6 +9,7 @@
 #include "core/vomoduleservices.h"
 #include "core/vosifindfontsvr.h"
 #include "elementreadonlyobject.h"
+#include "facematch.h"
 #include "fontindex.h"
 #include "voapfontsread.h"
 
@@ -32,6 +33,10 @@ class VoApFontsService : public VosiFindFontSvr, public ElementReadOnlyObject {
     /// Holds a place in the table.
     virtual void unused() {}
 
+    /// The path of the first indexed font with this file name, in the lists that a font hint
+    /// selects: the document's first, which may be null, then the service's own.
+    OdString findIndexedFont(const OdString& name, VosiDocument* document, int hint);
+
     using ElementReadOnlyObject::addRef;
     using ElementReadOnlyObject::release;
     using OdRxObject::addRef;
@@ -52,10 +57,6 @@ class VoApFontsService : public VosiFindFontSvr, public ElementReadOnlyObject {
     /// The first file that fits the name in the first folder that has one; the name may be a
     /// pattern.
     static OdString searchFolders(const OdString& name, const Folders& folders);
-    /// The path of the first indexed font with this file name, in the lists that a font hint
-    /// selects: the document's first, which may be null, then the service's own.
-    OdString findIndexedFont(const OdString& name, VosiDocument* document, int hint);
-
     VoJsonPtr mainShxProperty() const;
     VoJsonPtr bigShxProperty() const;
     VoJsonPtr ttfProperty() const;
@@ -71,6 +72,7 @@ class VoApFontsService : public VosiFindFontSvr, public ElementReadOnlyObject {
     FileNameIndex mainShxNames;
     FileNameIndex bigShxNames;
     FileNameIndex ttfNames;
+    FaceIndex ttfFaces;
 };
 
 }  // namespace vosi

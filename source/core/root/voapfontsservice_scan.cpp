@@ -7,6 +7,7 @@
 #include "core/voexports.h"
 #include "core/vosifontlists.h"
 #include "fontscan.h"
+#include "fontwarmup.h"
 #include "runobserver.h"
 #include "voapfontsservice.h"
 
@@ -63,8 +64,11 @@ void VoApFontsService::scanFonts(int flags) {
     }
     const run::Span span(run::SpanKind::kStep, "font scan");
     noteUnreadable(entries);
-    scanShxFiles(entries, mainShxFiles, bigShxFiles);
-    scanTtfFiles(entries, ttfDescriptors, ttfFaceRecords, ttfFiles);
+    const FontFiles found = fontFilesBelow(entries);
+    warmUpFonts(found.shx);
+    warmUpFonts(found.trueType);
+    scanShxFiles(found.shx, mainShxFiles, bigShxFiles);
+    scanTtfFiles(found.trueType, ttfDescriptors, ttfFaceRecords, ttfFiles);
     run::note([this] {
         return "the index holds " + std::to_string(ttfFaceRecords.size()) + " faces in " +
                std::to_string(ttfFiles.size()) + " files, " + std::to_string(mainShxFiles.size()) +

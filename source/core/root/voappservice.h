@@ -74,7 +74,7 @@ class VoAppService : public ExSystemServices, public ExHostAppServices {
     void unloadAllExModules();
 
     /// The dictionary of services; null before parseCommandLine and after its release.
-    OdRxDictionaryPtr arbitraryDictionary() const { return arbitDict; }
+    const OdRxDictionaryPtr& arbitraryDictionary() const { return arbitDict; }
     void releaseArbitraryDictionary() { arbitDict.release(); }
 
     VoJsonPtr systemTree() const { return sysConfig; }
