@@ -9,8 +9,9 @@ target_compile_options(vemo_options INTERFACE
   -Wold-style-cast -Wformat=2 -Werror
   # Among others where a char becomes an unsigned number, which differs between machines.
   -Wsign-conversion
-  # The configuration's build paths say nothing to a reader of a log or of a core file.
-  -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+  # The configuration's build paths say nothing to a reader of a log or of a core file, but all to the
+  # one who counts lines.
+  $<$<NOT:$<BOOL:${VEMO_COVERAGE}>>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>)
 target_link_options(vemo_options INTERFACE -Wl,--as-needed)
 target_link_libraries(vemo_options INTERFACE Threads::Threads)
 
