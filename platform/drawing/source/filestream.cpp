@@ -36,6 +36,10 @@ class FileStream : public OdStreamBuf {
         position = soughtPosition(*this, offset, from);
         return position;
     }
+    /// Raises OdError_FileException (eCantOpenFile) for what is none.
+    void requireRegularFile() const;
+    /// Fills the buffer. False for what isn't known to be a regular file by that.
+    bool readAhead();
     std::uint8_t getByte() override {
         std::uint8_t byte = 0;
         getBytes(&byte, 1);
@@ -61,9 +65,11 @@ class FileStream : public OdStreamBuf {
     void getManyBytes(std::uint8_t* target, std::uint64_t count);
     std::uint64_t readHere(void* target, std::size_t count);
 
-    // Holds a font's directory of tables, or the names in it that are wanted. A stream then still
-    // fits the allocator's quickest blocks, and scans open thousands.
+    // Holds the names of a font that are wanted. A stream then still fits the allocator's quickest
+    // blocks, and scans open thousands.
     static constexpr std::size_t kBufferSize = 896;
+    // Holds the font's directory of tables.
+    static constexpr std::size_t kAheadSize = 512;
 
     int file;
     OdString name;
@@ -73,6 +79,20 @@ class FileStream : public OdStreamBuf {
     std::uint64_t bufferSize = 0;
     std::array<std::uint8_t, kBufferSize> buffer;
 };
+
+void FileStream::requireRegularFile() const {
+    struct stat status {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        fail(eCantOpenFile, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    }
+}
+
+// Neither folders nor pipes can be read at a position.
+bool FileStream::readAhead() {
+    const ssize_t got = pread(file, buffer.data(), kAheadSize, 0);
+    bufferSize = got > 0 ? static_cast<std::uint64_t>(got) : 0;
+    return bufferSize > 0;
+}
 
 // At least one byte at the position, which stays.
 std::uint64_t FileStream::readHere(void* target, std::size_t count) {
@@ -203,11 +223,11 @@ OdStreamBufPtr openFileStream(const OdString& name, std::uint32_t access,
     if (how < 0 || making < 0 || (changes && how == O_RDONLY)) {
         throw OdError_FileException(eInvalidInput, name, L"access or disposition");
     }
-    const int file = openFile(name, how | making);
-    OdStreamBufPtr stream(new OdRxObjectImpl<FileStream>(file, name, access), kOdRxObjAttach);
-    struct stat status {};
-    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
-        throw OdError_FileException(eCantOpenFile, name, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    OdSmartPtr<FileStream> stream(
+        new OdRxObjectImpl<FileStream>(openFile(name, how | making), name, access), kOdRxObjAttach);
+    const bool isRead = how == O_RDONLY && stream->readAhead();
+    if (!isRead) {
+        stream->requireRegularFile();
     }
     return stream;
 }

@@ -42,8 +42,10 @@ unsigned char lowerAscii(char c) {
 }  // namespace
 
 OdString& OdString::makeLower() {
-    for (wchar_t& character : text) {
-        character = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(character)));
+    const OdSharedText before = text;
+    wchar_t* out = text.overwrite(before.size());
+    for (const wchar_t character : std::wstring_view(before.c_str(), before.size())) {
+        *out++ = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(character)));
     }
     return *this;
 }
@@ -75,7 +77,7 @@ OdString& OdString::formatV(const OdChar* format, va_list arguments) {
         const int length = std::vswprintf(buffer.data(), room, wideFormat.c_str(), copy);
         va_end(copy);
         if (length >= 0) {
-            text.assign(buffer.data(), static_cast<std::size_t>(length));
+            text = OdSharedText({buffer.data(), static_cast<std::size_t>(length)});
             return *this;
         }
     }

@@ -1,10 +1,8 @@
 // Conversion between wide text and UTF-8.
 //
-// Both ways write into a string that has its size before. What names and paths are mostly made of,
+// Both ways write into a text that has its size before. What names and paths are mostly made of,
 // ASCII and characters of three bytes, is recognised ahead of the general case.
-#include <algorithm>
 #include <cstdint>
-#include <cstring>
 
 #include "drawing/oderror.h"
 #include "drawing/odstring.h"
@@ -17,6 +15,13 @@ bool isCodePoint(char32_t c) {
     return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
 }
 
+char* putThreeBytes(char* out, char32_t c) {
+    out[0] = static_cast<char>(0xE0 | c >> 12);
+    out[1] = static_cast<char>(0x80 | (c >> 6 & 0x3F));
+    out[2] = static_cast<char>(0x80 | (c & 0x3F));
+    return out + 3;
+}
+
 // Writes the code point's bytes and gives the place behind them.
 char* putUtf8(char* out, char32_t c) {
     auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
@@ -27,9 +32,7 @@ char* putUtf8(char* out, char32_t c) {
         put(0xC0 | (c >> 6));
         continuation(0);
     } else if (c < 0x10000) {
-        put(0xE0 | (c >> 12));
-        continuation(6);
-        continuation(0);
+        return putThreeBytes(out, c);
     } else {
         put(0xF0 | (c >> 18));
         continuation(12);
@@ -93,46 +96,62 @@ Decoded decodeSequence(std::string_view text) {
     return {sequence.bits, length};
 }
 
-// The same for any text. Three bytes whose lead sets its follower no bounds of its own are put
-// together here.
-inline Decoded decode(std::string_view text) {
-    const auto byte = [text](std::size_t place) { return static_cast<std::uint8_t>(text[place]); };
-    if (byte(0) < 0x80) {
-        return {byte(0), 1};
-    }
-    if (text.size() >= 3 && byte(0) >= 0xE1 && byte(0) <= 0xEC && (byte(1) & 0xC0) == 0x80 &&
-        (byte(2) & 0xC0) == 0x80) {
-        return {((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), 3};
-    }
-    return decodeSequence(text);
+// The same for any text.
+Decoded decode(std::string_view text) {
+    const auto first = static_cast<std::uint8_t>(text.front());
+    return first < 0x80 ? Decoded{first, 1} : decodeSequence(text);
 }
 
-// How much of the text's front is ASCII, in whole blocks.
-std::size_t asciiBlocks(std::string_view text) {
-    constexpr std::uint64_t highBits = 0x8080808080808080u;
-    std::uint64_t block = 0;
+// Converts the text's front as far as it is characters of three bytes each, those left out whose
+// lead sets its follower bounds of its own, and gives its length in bytes.
+std::size_t takeThreeByteCharacters(std::string_view text, wchar_t*& out) {
     std::size_t length = 0;
-    while (text.size() - length >= sizeof block) {
-        std::memcpy(&block, text.data() + length, sizeof block);
-        if ((block & highBits) != 0) {
+    for (; text.size() - length >= 3; length += 3) {
+        const auto byte = [at = text.data() + length](std::size_t place) {
+            return std::uint32_t{static_cast<std::uint8_t>(at[place])};
+        };
+        const bool isPlainLead = byte(0) - 0xE1 <= 0xEC - 0xE1;
+        if (!isPlainLead || ((byte(1) ^ 0x80) | (byte(2) ^ 0x80)) >= 0x40) {
             break;
         }
-        length += sizeof block;
+        *out++ =
+            static_cast<wchar_t>((byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F));
     }
     return length;
 }
 
-std::wstring wideFromUtf8(std::string_view text) {
+// Converts the text's front as far as it is ASCII in whole blocks, and gives its length.
+std::size_t takeAsciiBlocks(std::string_view text, wchar_t* out) {
+    constexpr std::size_t blockSize = 16;
+    std::size_t length = 0;
+    for (; text.size() - length >= blockSize; length += blockSize) {
+        unsigned int bits = 0;
+        for (std::size_t place = length; place < length + blockSize; ++place) {
+            bits |= static_cast<unsigned char>(text[place]);
+            out[place] = static_cast<wchar_t>(text[place]);
+        }
+        if (bits >= 0x80) {
+            break;
+        }
+    }
+    return length;
+}
+
+OdSharedText wideFromUtf8(std::string_view text) {
+    OdSharedText wide;
+    if (text.empty()) {
+        return wide;
+    }
     // There are never more characters than bytes.
-    std::wstring wide(text.size(), L'\0');
-    std::size_t at = asciiBlocks(text);
-    wchar_t* out = std::copy_n(text.data(), at, wide.data());
-    while (at < text.size()) {
+    wchar_t* out = wide.overwrite(text.size());
+    std::size_t at = takeAsciiBlocks(text, out);
+    out += at;
+    while (at += takeThreeByteCharacters(text.substr(at), out), at < text.size()) {
         const Decoded next = decode(text.substr(at));
         *out++ = static_cast<wchar_t>(next.c);
         at += next.length;
     }
-    wide.resize(static_cast<std::size_t>(out - wide.data()));
+    wide.erase(static_cast<std::size_t>(out - wide.c_str()));
     return wide;
 }
 
@@ -153,18 +172,19 @@ std::string utf8FromWide(std::wstring_view text) {
     char* out = bytes.data();
     for (const wchar_t character : text) {
         const auto c = static_cast<char32_t>(character);
-        out = putUtf8(out, isCodePoint(c) ? c : replacement);
+        const bool isPlain = c - 0x800 < 0xD800 - 0x800;
+        out = isPlain ? putThreeBytes(out, c) : putUtf8(out, isCodePoint(c) ? c : replacement);
     }
     bytes.resize(static_cast<std::size_t>(out - bytes.data()));
     return bytes;
 }
 
-std::wstring wideFromAscii(std::string_view text) {
-    std::wstring wide;
-    wide.reserve(text.size());
+OdSharedText wideFromAscii(std::string_view text) {
+    OdSharedText wide;
+    wchar_t* out = wide.overwrite(text.size());
     for (const char c : text) {
         const auto byte = static_cast<std::uint8_t>(c);
-        wide.push_back(static_cast<wchar_t>(byte < 0x80 ? byte : replacement));
+        *out++ = static_cast<wchar_t>(byte < 0x80 ? byte : replacement);
     }
     return wide;
 }

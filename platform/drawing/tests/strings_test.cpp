@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <climits>
 #include <clocale>
 #include <iterator>
@@ -190,6 +192,56 @@ TEST(Strings, AnswerAtTheirEdges) {
     EXPECT_EQ(OdString(static_cast<const OdChar*>(nullptr)), L"");
     EXPECT_EQ(raisedBy([&] { (void)text.getAt(12); }), eInvalidIndex);
     EXPECT_EQ(raisedBy([&] { (void)text.getAt(-1); }), eInvalidIndex);
+}
+
+// Strings that copy each other and change beside plain texts that do the same.
+TEST(Strings, ChangeForThemselvesAlone) {
+    constexpr unsigned seed = 7;
+    std::mt19937 random(seed);
+    std::array<OdString, 4> strings;
+    std::array<std::wstring, 4> texts;
+    for (int step = 0; step < 20000; ++step) {
+        const std::size_t one = random() % strings.size();
+        const std::size_t other = random() % strings.size();
+        const std::size_t start = random() % 8;
+        switch (random() % 7) {
+            case 0:
+                strings[one] = strings[other];
+                texts[one] = texts[other];
+                break;
+            case 1:
+                strings[one] += strings[other].view();
+                texts[one] += std::wstring(texts[other]);
+                break;
+            case 2:
+                strings[one] += static_cast<OdChar>(L'A' + static_cast<int>(start));
+                texts[one] += static_cast<wchar_t>(L'A' + static_cast<int>(start));
+                break;
+            case 3:
+                strings[one].trimRight(L'A');
+                texts[one].erase(texts[one].find_last_not_of(L'A') + 1);
+                break;
+            case 4:
+                strings[one].makeLower();
+                std::transform(texts[one].begin(), texts[one].end(), texts[one].begin(),
+                               [](wchar_t c) { return c < L'a' ? c - L'A' + L'a' : c; });
+                break;
+            case 5:
+                strings[one] = strings[other].mid(static_cast<int>(start), 3);
+                texts[one] =
+                    std::wstring(texts[other]).substr(std::min(texts[other].size(), start), 3);
+                break;
+            default:
+                if (strings[one].getLength() > 100) {
+                    strings[one].empty();
+                    texts[one].clear();
+                }
+        }
+        for (std::size_t index = 0; index < strings.size(); ++index) {
+            ASSERT_EQ(strings[index].view(), texts[index]) << step;
+            ASSERT_EQ(strings[index].c_str()[texts[index].size()], L'\0') << step;
+        }
+    }
 }
 
 TEST(Strings, FoldCase) {

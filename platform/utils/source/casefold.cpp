@@ -3,6 +3,7 @@
 #include <locale.h>
 #include <wctype.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -51,20 +52,28 @@ constexpr std::uint64_t inEachByte(std::uint8_t value) {
     return 0x0101010101010101u * value;
 }
 
-// Eight characters at a time. The sums set a byte's highest bit from "A" on, and behind "Z"; the
-// bit that makes a small letter stands two below it.
+// Eight characters. The sums set a byte's highest bit from "A" on, and behind "Z"; the bit that
+// makes a small letter stands two below it.
+std::uint64_t foldAsciiBlock(std::uint64_t block) {
+    const std::uint64_t fromA = block + inEachByte(0x80 - 'A');
+    const std::uint64_t behindZ = block + inEachByte(0x80 - 'Z' - 1);
+    return block | (fromA & ~behindZ & inEachByte(0x80)) >> 2;
+}
+
+// Folds the text's front as far as it is ASCII, block by block, and gives its length. The last
+// block is the text's rest.
 std::size_t foldAsciiBlocks(std::string_view text, char* folded) {
-    constexpr std::uint64_t highestBits = inEachByte(0x80);
     std::size_t at = 0;
-    for (std::uint64_t block = 0; text.size() - at >= sizeof block; at += sizeof block) {
-        std::memcpy(&block, text.data() + at, sizeof block);
-        if ((block & highestBits) != 0) {
+    while (at < text.size()) {
+        std::uint64_t block = 0;
+        const std::size_t size = std::min(text.size() - at, sizeof block);
+        std::memcpy(&block, text.data() + at, size);
+        if ((block & inEachByte(0x80)) != 0) {
             break;
         }
-        const std::uint64_t fromA = block + inEachByte(0x80 - 'A');
-        const std::uint64_t behindZ = block + inEachByte(0x80 - 'Z' - 1);
-        block |= (fromA & ~behindZ & highestBits) >> 2;
-        std::memcpy(folded + at, &block, sizeof block);
+        block = foldAsciiBlock(block);
+        std::memcpy(folded + at, &block, size);
+        at += size;
     }
     return at;
 }

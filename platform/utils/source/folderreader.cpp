@@ -52,7 +52,8 @@ EntryId FolderReader::id() const {
 bool FolderReader::next() {
     do {
         entry = ::readdir(stream);
-    } while (entry && (name() == "." || name() == ".."));
+        entryName = entry ? entry->d_name : std::string_view();
+    } while (entryName == "." || entryName == "..");
     return entry != nullptr;
 }
 

@@ -34,13 +34,14 @@ class FolderReader {
     /// Goes to the next entry; "." and ".." aren't shown. False at the end.
     bool next();
     /// Good until the next call of next.
-    std::string_view name() const { return entry->d_name; }
+    std::string_view name() const { return entryName; }
     /// Asks the file system again only for links and where the folder didn't tell.
     EntryKind kind() const;
 
   private:
     DIR* stream = nullptr;
     const dirent* entry = nullptr;
+    std::string_view entryName;
     struct stat status {};
 };
 

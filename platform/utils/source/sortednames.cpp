@@ -1,6 +1,8 @@
 #include "sortednames.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <tuple>
 
 #include "casefold.h"
@@ -8,24 +10,23 @@
 
 namespace {
 
-std::size_t commonLength(std::string_view a, std::string_view b) {
-    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    return static_cast<std::size_t>(inA - a.begin());
-}
+constexpr std::size_t kKeySize = sizeof(std::uint64_t);
 
-// The bytes as the digits of a number, so that numbers compare as the texts do; a shorter text has
-// zeros behind it.
-std::uint64_t firstBytes(std::string_view text) {
-    std::uint64_t number = 0;
-    for (std::size_t index = 0; index < sizeof number; ++index) {
-        number = number << 8 | (index < text.size() ? static_cast<unsigned char>(text[index]) : 0u);
+// So many bytes from the place on as the digits of a number, so that numbers compare as the texts
+// do; behind the text's end stand zeros.
+std::uint64_t keyAt(std::string_view text, std::size_t place) {
+    std::uint64_t key = 0;
+    if (text.size() >= place + kKeySize) {
+        std::memcpy(&key, text.data() + place, kKeySize);
+    } else if (text.size() > place) {
+        std::memcpy(&key, text.data() + place, text.size() - place);
     }
-    return number;
+    return std::endian::native == std::endian::little ? __builtin_bswap64(key) : key;
 }
 
-std::pair<std::uint64_t, std::uint64_t> startOf(std::string_view text) {
-    const std::size_t half = std::min(text.size(), sizeof(std::uint64_t));
-    return {firstBytes(text), firstBytes(text.substr(half))};
+// Names hold no zeros.
+bool showsEnd(std::uint64_t key) {
+    return (key & 0xFF) == 0;
 }
 
 auto tieBreaker(std::string_view name) {
@@ -52,31 +53,38 @@ void SortedNames::clear() {
 }
 
 void SortedNames::sort() {
-    takeStarts();
-    std::sort(entries.begin(), entries.end(), [this](const Entry& a, const Entry& b) {
-        if (a.isFirst != b.isFirst) {
-            return a.isFirst;
-        }
-        return a.start != b.start ? a.start < b.start : comesBefore(a, b);
-    });
+    const auto others = std::partition(entries.begin(), entries.end(),
+                                       [](const Entry& entry) { return entry.isFirst; });
+    sortFrom(entries.begin(), others, 0);
+    sortFrom(others, entries.end(), 0);
 }
 
-// Names of one folder often begin alike.
-void SortedNames::takeStarts() {
-    if (entries.empty()) {
+void SortedNames::sortFrom(Place first, Place last, std::size_t at) {
+    for (Place entry = first; entry != last; ++entry) {
+        entry->key = keyAt(stemIn(*entry), at);
+    }
+    const auto byKey = [](const Entry& a, const Entry& b) { return a.key < b.key; };
+    // Names of one folder often begin alike.
+    if (!std::is_sorted(first, last, byKey)) {
+        std::sort(first, last, byKey);
+    }
+    while (first != last) {
+        const std::uint64_t key = first->key;
+        const Place next =
+            std::find_if(first, last, [key](const Entry& entry) { return entry.key != key; });
+        if (next - first > 1) {
+            sortAlike(first, next, at + kKeySize);
+        }
+        first = next;
+    }
+}
+
+void SortedNames::sortAlike(Place first, Place last, std::size_t upTo) {
+    if (!showsEnd(first->key)) {
+        sortFrom(first, last, upTo);
         return;
     }
-    const std::string_view first = stemIn(entries.front());
-    std::size_t common = first.size();
-    for (const Entry& entry : entries) {
-        common = std::min(common, commonLength(first.substr(0, common), stemIn(entry)));
-    }
-    for (Entry& entry : entries) {
-        entry.start = startOf(stemIn(entry).substr(common));
-    }
-}
-
-bool SortedNames::comesBefore(const Entry& a, const Entry& b) const {
-    const int order = stemIn(a).compare(stemIn(b));
-    return order != 0 ? order < 0 : tieBreaker(nameOf(a)) < tieBreaker(nameOf(b));
+    std::sort(first, last, [this](const Entry& a, const Entry& b) {
+        return tieBreaker(nameOf(a)) < tieBreaker(nameOf(b));
+    });
 }

@@ -2,10 +2,10 @@
 // then by the rest. Names take no block of memory each, since folders hold thousands.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 class SortedNames {
@@ -25,8 +25,7 @@ class SortedNames {
 
   private:
     struct Entry {
-        // Of the folded stem, behind what all have in common, as numbers.
-        std::pair<std::uint64_t, std::uint64_t> start;
+        std::uint64_t key;  // bytes of the folded stem, those that decide at the moment
         std::uint32_t name;
         std::uint32_t stem;
         std::uint16_t nameLength;
@@ -40,10 +39,13 @@ class SortedNames {
     std::string_view stemIn(const Entry& entry) const {
         return std::string_view(text).substr(entry.stem, entry.stemLength);
     }
+    using Place = std::vector<Entry>::iterator;
+
     void sort();
-    void takeStarts();
-    // For two that start alike.
-    bool comesBefore(const Entry& a, const Entry& b) const;
+    // Puts names in order whose stems are the same up to the place.
+    void sortFrom(Place first, Place last, std::size_t at);
+    // The same of names with one key.
+    void sortAlike(Place first, Place last, std::size_t upTo);
 
     std::string text;  // the names, each with its folded stem behind it
     std::vector<Entry> entries;

@@ -69,6 +69,10 @@ bool FaceIndex::match(const OdTtfDescriptor& key, OdString& fileName, const Face
 }
 
 void FaceIndex::takeNewFaces(const Faces& list) {
+    if (indexedCount == list.size()) {
+        return;
+    }
+    firstPlaces.reserve(list.size());
     for (; indexedCount < list.size(); ++indexedCount) {
         const OdTtfDescriptor& face = list[indexedCount];
         if (!findInStyle(face, list)) {

@@ -4,7 +4,7 @@
 #include <clocale>
 #include <cwchar>
 #include <cwctype>
-#include <functional>
+#include <string_view>
 
 #include <utils/paths.h>
 
@@ -12,23 +12,17 @@ namespace vosi {
 
 namespace {
 
-// Two names fold to the same text when wcscasecmp takes them for equal. Like it, this reads up to
-// the first NUL.
-std::wstring folded(const OdChar* name) {
-    std::wstring text(name);
-    for (wchar_t& character : text) {
-        character = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(character)));
-    }
-    return text;
-}
-
-std::size_t hashOf(const std::wstring& foldedName) {
-    return std::hash<std::wstring>()(foldedName);
-}
-
 // Where the path's last component begins, as voutGetLastFileNameInPathW has it.
 const OdChar* lastComponent(const OdString& path) {
-    return path.c_str() + (path.view().find_last_of(L"/\\") + 1);
+    const std::wstring_view text = path.view();
+    const auto separator = std::find_if(text.rbegin(), text.rend(), [](OdChar character) {
+        return character == L'/' || character == L'\\';
+    });
+    return path.c_str() + (text.rend() - separator);
+}
+
+OdChar smallLetterOf(OdChar character) {
+    return static_cast<OdChar>(std::towlower(static_cast<std::wint_t>(character)));
 }
 
 // A thread may have a locale of its own, which has no name to compare by.
@@ -59,7 +53,7 @@ OdString FileNameIndex::find(const OdString& name, const OdStringArray& list) {
     }
     takeLocale();
     takeNewPaths(list);
-    const auto place = firstPlace(folded(name), list);
+    const auto place = firstPlace(name, hashOf(name), list);
     return place ? list[*place] : OdString();
 }
 
@@ -69,23 +63,44 @@ void FileNameIndex::takeLocale() {
         firstPlaces.clear();
         indexedCount = 0;
         locale = current;
-    }
-}
-
-void FileNameIndex::takeNewPaths(const OdStringArray& list) {
-    for (; indexedCount < list.size(); ++indexedCount) {
-        const std::wstring name = folded(lastComponent(list[indexedCount]));
-        if (!firstPlace(name, list)) {
-            firstPlaces.emplace(hashOf(name), indexedCount);
+        for (std::size_t character = 0; character < smallLetters.size(); ++character) {
+            smallLetters[character] = smallLetterOf(static_cast<OdChar>(character));
         }
     }
 }
 
-std::optional<FileNameIndex::Place> FileNameIndex::firstPlace(const std::wstring& foldedName,
+void FileNameIndex::takeNewPaths(const OdStringArray& list) {
+    if (indexedCount == list.size()) {
+        return;
+    }
+    firstPlaces.reserve(list.size());
+    for (; indexedCount < list.size(); ++indexedCount) {
+        const OdChar* const name = lastComponent(list[indexedCount]);
+        const std::size_t hash = hashOf(name);
+        if (!firstPlace(name, hash, list)) {
+            firstPlaces.emplace(hash, indexedCount);
+        }
+    }
+}
+
+// The same for names that wcscasecmp takes for equal. Like it, this reads up to the first NUL.
+std::size_t FileNameIndex::hashOf(const OdChar* name) const {
+    constexpr std::size_t kPrime = 0x100000001b3;
+    std::size_t hash = 0xcbf29ce484222325;
+    for (; *name != L'\0'; ++name) {
+        const auto character = static_cast<std::size_t>(*name);
+        const OdChar folded =
+            character < smallLetters.size() ? smallLetters[character] : smallLetterOf(*name);
+        hash = (hash ^ static_cast<std::size_t>(folded)) * kPrime;
+    }
+    return hash;
+}
+
+std::optional<FileNameIndex::Place> FileNameIndex::firstPlace(const OdChar* name, std::size_t hash,
                                                               const OdStringArray& list) const {
-    const auto [first, last] = firstPlaces.equal_range(hashOf(foldedName));
+    const auto [first, last] = firstPlaces.equal_range(hash);
     const auto found = std::find_if(first, last, [&](const auto& candidate) {
-        return folded(lastComponent(list[candidate.second])) == foldedName;
+        return wcscasecmp(lastComponent(list[candidate.second]), name) == 0;
     });
     return found == last ? std::nullopt : std::optional(found->second);
 }

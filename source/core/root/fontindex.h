@@ -1,6 +1,7 @@
 // Lists of what a scan of font folders found, and look-ups by file name over them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,13 +36,15 @@ class FileNameIndex {
 
     void takeLocale();
     void takeNewPaths(const OdStringArray& list);
-    std::optional<Place> firstPlace(const std::wstring& foldedName,
+    std::size_t hashOf(const OdChar* name) const;
+    std::optional<Place> firstPlace(const OdChar* name, std::size_t hash,
                                     const OdStringArray& list) const;
 
     // The first places of names by the names' hashes: the names themselves are in the list.
     std::unordered_multimap<std::size_t, Place> firstPlaces;
     Place indexedCount = 0;
     std::string locale;
+    std::array<OdChar, 0x80> smallLetters{};  // of the first characters, in the locale
 };
 
 }  // namespace vosi

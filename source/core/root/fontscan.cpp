@@ -1,6 +1,8 @@
 #include "fontscan.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -16,24 +18,27 @@ bool isRepeated(const PathEntries& entries, PathEntries::const_iterator entry) {
                        [&](const PathEntry& earlier) { return earlier.path == entry->path; });
 }
 
-// Whether the path ends in the extension, which is in small letters. No letter but those of ASCII
-// has one of its letters for its small form.
-bool hasExtension(std::string_view path, std::string_view extension) {
-    const auto isSame = [](char letter, char small) {
-        const bool isCapital = letter >= 'A' && letter <= 'Z';
-        return (isCapital ? letter - 'A' + 'a' : letter) == small;
-    };
-    return path.size() >= extension.size() &&
-           std::equal(extension.rbegin(), extension.rend(), path.rbegin(),
-                      [&](char small, char letter) { return isSame(letter, small); });
+constexpr std::array<std::string_view, 4> kExtensions = {".shx", ".shp", ".ttc", ".ttf"};
+
+// Which of the extensions the path ends in, in any case; their number when it is none. No letter
+// but those of ASCII has one of its letters for its small form.
+std::size_t extensionOf(std::string_view path) {
+    std::array<char, 4> end{};
+    path.substr(path.size() - std::min(path.size(), end.size())).copy(end.data(), end.size());
+    for (char& letter : end) {
+        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+    const auto found =
+        std::find(kExtensions.begin(), kExtensions.end(), std::string_view(end.data(), end.size()));
+    return static_cast<std::size_t>(found - kExtensions.begin());
 }
 
-void takeFiles(OdArray<OdAnsiString>& found, const char* extension, Paths& files) {
-    for (OdAnsiString& file : found) {
-        if (hasExtension(file.view(), extension)) {
-            files.push_back(std::move(file));
-        }
+void moveTo(Paths& files, Paths& found) {
+    if (files.empty()) {
+        files = std::move(found);
+        return;
     }
+    std::move(found.begin(), found.end(), std::back_inserter(files));
 }
 
 }  // namespace
@@ -47,10 +52,14 @@ FontFiles fontFilesBelow(const PathEntries& entries) {
         // One walk for all: the order doesn't depend on the pattern.
         OdArray<OdAnsiString> found;
         voutGlobNoCaseSensitive2(OdStringToUtf8String(entry->path), "*", found, entry->depth);
-        takeFiles(found, ".shx", files.shx);
-        takeFiles(found, ".shp", files.shx);
-        takeFiles(found, ".ttc", files.trueType);
-        takeFiles(found, ".ttf", files.trueType);
+        std::array<Paths, kExtensions.size() + 1> sorted;
+        for (OdAnsiString& file : found) {
+            sorted[extensionOf(file.view())].push_back(std::move(file));
+        }
+        moveTo(files.shx, sorted[0]);
+        moveTo(files.shx, sorted[1]);
+        moveTo(files.trueType, sorted[2]);
+        moveTo(files.trueType, sorted[3]);
     }
     return files;
 }

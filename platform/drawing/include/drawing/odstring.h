@@ -1,5 +1,6 @@
 // The runtime's strings: OdString is wide, OdAnsiString holds bytes, which in this system are
-// UTF-8. Both are plain values; an index outside a string raises OdError (eInvalidIndex).
+// UTF-8. Both are plain values, of which a wide one shares its characters with its copies; an index
+// outside a string raises OdError (eInvalidIndex).
 #pragma once
 
 #include <cstdarg>
@@ -9,6 +10,7 @@
 #include <utility>
 
 #include "drawing/export.h"
+#include "drawing/sharedtext.h"
 
 using OdChar = wchar_t;
 
@@ -21,8 +23,8 @@ enum class OdCodePageId : int {
     kUtf8 = 46,
 };
 
-/// What both strings can do, written once over their character type.
-template <class Derived, class Char>
+/// What both strings can do, written once over their characters and what holds them.
+template <class Derived, class Char, class Text>
 class OdStringCore {
   public:
     using View = std::basic_string_view<Char>;
@@ -30,7 +32,7 @@ class OdStringCore {
     bool isEmpty() const { return text.empty(); }
     int getLength() const { return static_cast<int>(text.size()); }
     const Char* c_str() const { return text.c_str(); }
-    View view() const { return text; }
+    View view() const { return {text.c_str(), text.size()}; }
     void empty() { text.clear(); }
 
     /// The character at the index. Raises OdError (eInvalidIndex) outside the string.
@@ -40,13 +42,13 @@ class OdStringCore {
     }
 
     /// Index of the first occurrence at or after `start`, -1 when there is none.
-    int find(View part, int start = 0) const { return position(text.find(part, from(start))); }
+    int find(View part, int start = 0) const { return position(view().find(part, from(start))); }
     int find(Char character, int start = 0) const {
-        return position(text.find(character, from(start)));
+        return position(view().find(character, from(start)));
     }
-    int reverseFind(Char character) const { return position(text.rfind(character)); }
+    int reverseFind(Char character) const { return position(view().rfind(character)); }
     /// Index of the first character that is one of the set, -1 when there is none.
-    int findOneOf(View set) const { return position(text.find_first_of(set)); }
+    int findOneOf(View set) const { return position(view().find_first_of(set)); }
 
     /// Part of the string; what lies outside it counts as empty.
     Derived mid(int start, int count = -1) const {
@@ -55,7 +57,7 @@ class OdStringCore {
             return Derived();
         }
         return Derived(
-            View(text).substr(first, count < 0 ? View::npos : static_cast<std::size_t>(count)));
+            view().substr(first, count < 0 ? View::npos : static_cast<std::size_t>(count)));
     }
     Derived left(int count) const { return mid(0, count < 0 ? 0 : count); }
     Derived right(int count) const {
@@ -64,7 +66,7 @@ class OdStringCore {
 
     /// Removes the run of the character at the end.
     Derived& trimRight(Char character) {
-        text.erase(text.find_last_not_of(character) + 1);
+        text.erase(view().find_last_not_of(character) + 1);
         return self();
     }
 
@@ -90,7 +92,7 @@ class OdStringCore {
     OdStringCore() = default;
     explicit OdStringCore(View other) : text(other) {}
 
-    std::basic_string<Char> text;
+    Text text;
 
   private:
     Derived& self() { return static_cast<Derived&>(*this); }
@@ -103,7 +105,7 @@ class OdStringCore {
 };
 
 /// 8-bit string; UTF-8 wherever this system holds one.
-class OdAnsiString : public OdStringCore<OdAnsiString, char> {
+class OdAnsiString : public OdStringCore<OdAnsiString, char, std::string> {
   public:
     OdAnsiString() = default;
     /// A copy of the text; null counts as empty.
@@ -117,7 +119,7 @@ class OdAnsiString : public OdStringCore<OdAnsiString, char> {
 };
 
 /// Wide string. Its characters are Unicode code points.
-class OdString : public OdStringCore<OdString, OdChar> {
+class OdString : public OdStringCore<OdString, OdChar, OdSharedText> {
   public:
     OdString() = default;
     /// A copy of the text; null counts as empty.
@@ -143,16 +145,18 @@ class OdString : public OdStringCore<OdString, OdChar> {
 };
 
 inline OdString::OdString(const char* ascii) {
-    for (; ascii && *ascii; ++ascii) {
-        text.push_back(static_cast<unsigned char>(*ascii));
+    const std::string_view bytes(ascii ? ascii : "");
+    wchar_t* out = text.overwrite(bytes.size());
+    for (const char byte : bytes) {
+        *out++ = static_cast<unsigned char>(byte);
     }
 }
 
 /// Raises OdError (eInvalidIndex); out of line, so that strings and arrays need not know errors.
 [[noreturn]] DRAWING_EXPORT void odThrowInvalidIndex();
 
-template <class Derived, class Char>
-void OdStringCore<Derived, Char>::checkIndex(int index) const {
+template <class Derived, class Char, class Text>
+void OdStringCore<Derived, Char, Text>::checkIndex(int index) const {
     if (index < 0 || index >= getLength()) {
         odThrowInvalidIndex();
     }

@@ -1,35 +1,8 @@
 // Makes objects of the object model's classes.
 #pragma once
 
-#include <sys/single_threaded.h>
-
-#include <atomic>
-
+#include "drawing/refcounter.h"
 #include "drawing/rxobject.h"
-
-/// A count of references, atomic from the moment on at which the process has a second thread.
-class OdRefCounter {
-  public:
-    void increment() {
-        if (__libc_single_threaded) {
-            count.store(value() + 1, std::memory_order_relaxed);
-        } else {
-            count.fetch_add(1, std::memory_order_relaxed);
-        }
-    }
-    /// True for the last one.
-    bool decrement() {
-        if (__libc_single_threaded) {
-            count.store(value() - 1, std::memory_order_relaxed);
-            return value() == 0;
-        }
-        return count.fetch_sub(1, std::memory_order_acq_rel) == 1;
-    }
-    long value() const { return count.load(std::memory_order_relaxed); }
-
-  private:
-    std::atomic<long> count{1};
-};
 
 /// Gives a class a reference count that starts at 1; the object goes with its last reference.
 template <class T, class TInterface = T>

@@ -93,26 +93,41 @@ TEST(ReferenceCounts, OfABlockEndItWhenAllItsNodesHaveGone) {
     }
 }
 
-// Who finds itself alone with the elements writes them where they are.
+// Who finds itself alone with what was shared writes it where it is.
+template <class Shared, class Read, class Write>
+int readBesideAWriter(Shared writer, Read readFrom, Write writeTo) {
+    Shared reader(writer);
+    std::atomic<bool> isGone = false;
+    int read = 0;
+    const std::jthread other([&] {
+        read = readFrom(std::as_const(reader));
+        reader = Shared();
+        // Tells nothing about the order of anything else.
+        isGone.store(true, std::memory_order_relaxed);
+    });
+    while (!isGone.load(std::memory_order_relaxed)) {
+        std::this_thread::yield();
+    }
+    writeTo(writer);
+    return read;
+}
+
 TEST(ReferenceCounts, OfAnArrayLetTheLastOneWriteWhenAllHaveRead) {
     for (int round = 0; round < kRounds; ++round) {
-        OdArray<int> writer;
-        writer.append(1);
-        OdArray<int> reader(writer);
-        std::atomic<bool> isGone = false;
-        int read = 0;
-        {
-            const std::jthread other([&] {
-                read = std::as_const(reader).first();
-                reader.clear();
-                // Tells nothing about the order of anything else.
-                isGone.store(true, std::memory_order_relaxed);
-            });
-            while (!isGone.load(std::memory_order_relaxed)) {
-                std::this_thread::yield();
-            }
-            writer[0] = 2;
-        }
+        OdArray<int> array;
+        array.append(1);
+        const int read = readBesideAWriter(
+            std::move(array), [](const OdArray<int>& held) { return held.first(); },
+            [](OdArray<int>& held) { held[0] = 2; });
         ASSERT_EQ(read, 1);
+    }
+}
+
+TEST(ReferenceCounts, OfATextLetTheLastOneWriteWhenAllHaveRead) {
+    for (int round = 0; round < kRounds; ++round) {
+        const int read = readBesideAWriter(
+            OdString(L"text"), [](const OdString& held) { return static_cast<int>(held.getAt(3)); },
+            [](OdString& held) { held.trimRight(L't'); });
+        ASSERT_EQ(read, L't');
     }
 }
