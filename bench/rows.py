@@ -88,7 +88,7 @@ ROWS: list[Ratio | Figure | Growth] = [
     Ratio("the same with a second thread in the process", "services", "get_service_threads", "map",
           "std::map<std::wstring> with an atomically counted pointer"),
     Ratio("an event to 10 reactors", "services", "fire_event", "copy",
-          "ten virtual calls on counted pointers after a real copy of the array", at_most=0.7),
+          "a real copy of the array, and ten virtual calls, each on a counted pointer of its own", at_most=0.7),
     Ratio("start to the open drawing, no fonts", "life", "start", "floor",
           "an empty program with the same libraries, and dlopen of the same modules", at_most=1.5),
     Ratio("start to the open drawing, 2,000 fonts, warm", "life", "start_fonts", "floor",

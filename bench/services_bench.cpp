@@ -118,6 +118,8 @@ void withThreads(benchmark::State& state) {
 // ---- events ----
 
 constexpr int kReactors = 10;
+// The application brings one of its own.
+constexpr int kAddedReactors = kReactors - 1;
 
 class CountingReactor : public vosi::VosiApRxEventReactor {
   public:
@@ -130,7 +132,7 @@ void fireEvent(benchmark::State& state) {
     const BareApplication application;
     const vosi::VosiApRxEventPtr dispatcher(odrxSysRegistry()->getAt(vosi::kRxEventKey));
     std::vector<OdSmartPtr<CountingReactor>> reactors;
-    for (int made = 0; made < kReactors; ++made) {
+    for (int made = 0; made < kAddedReactors; ++made) {
         reactors.push_back(OdRxObjectImpl<CountingReactor>::createObject());
         dispatcher->addReactor(reactors.back().get());
     }
@@ -142,6 +144,7 @@ void fireEvent(benchmark::State& state) {
     }
 }
 
+// The pass as it is defined, but for the question whether an entry is a reactor.
 void callOverCopy(benchmark::State& state) {
     std::vector<OdSmartPtr<vosi::VosiApRxEventReactor>> reactors;
     for (int made = 0; made < kReactors; ++made) {
@@ -150,7 +153,9 @@ void callOverCopy(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is measured.
         const auto pass = reactors;
-        for (const auto& reactor : pass) {
+        for (const auto& entry : pass) {
+            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): so is this one.
+            const auto reactor = entry;
             reactor->onAppStarted();
         }
     }

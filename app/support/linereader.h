@@ -13,7 +13,8 @@ class LineReader {
   public:
     enum Result { kLine, kTooLong, kEnd };
 
-    LineReader(std::istream& stream, std::size_t lengthLimit) : input(stream), limit(lengthLimit) {}
+    /// The stream shows read errors by exceptions from now on.
+    LineReader(std::istream& stream, std::size_t lengthLimit);
 
     /// Reads the next line, without its end. For a line beyond the limit gives kTooLong with its
     /// beginning; the rest is skipped by the next call.
@@ -23,7 +24,8 @@ class LineReader {
     std::uint64_t lineNumber() const { return number; }
 
   private:
-    void skipRest();
+    // True when the line goes on behind the part.
+    bool readPart(std::string& line);
 
     std::istream& input;
     std::size_t limit;

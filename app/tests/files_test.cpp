@@ -1,5 +1,9 @@
 // The small readers: lines, words, alias files and scripts.
+#include <algorithm>
+#include <random>
 #include <sstream>
+#include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,6 +31,39 @@ TEST(LineReader, BoundsALineAndGoesOnBehindIt) {
     EXPECT_EQ(line, "end");
     EXPECT_EQ(lines.lineNumber(), 3U);
     EXPECT_EQ(lines.next(line), LineReader::kEnd);
+}
+
+// Against the definition, byte by byte.
+TEST(LineReader, ReadsRandomTextsAsTheyAreDefined) {
+    constexpr unsigned seed = 3;
+    std::mt19937 random(seed);
+    for (int round = 0; round < 2000; ++round) {
+        const std::size_t limit = round % 4 == 0 ? 600 : random() % 5;
+        std::string text;
+        for (std::size_t left = random() % (4 * limit + 4); left > 0; --left) {
+            const auto byte = random() % (2 * limit + 4);
+            text += byte == 0 ? '\n' : byte == 1 ? '\r' : byte == 2 ? '\0' : 'a';
+        }
+        std::istringstream stream(text);
+        LineReader lines(stream, limit);
+        std::uint64_t number = 0;
+        for (std::string_view rest(text); !rest.empty(); ++number) {
+            std::string_view expected = rest.substr(0, rest.find('\n'));
+            rest.remove_prefix(std::min(rest.size(), expected.size() + 1));
+            const bool isTooLong = expected.size() > limit;
+            if (isTooLong) {
+                expected = expected.substr(0, limit);
+            } else if (expected.ends_with('\r')) {
+                expected.remove_suffix(1);
+            }
+            std::string line = "former";
+            ASSERT_EQ(lines.next(line), isTooLong ? LineReader::kTooLong : LineReader::kLine);
+            ASSERT_EQ(line, expected);
+            ASSERT_EQ(lines.lineNumber(), number + 1);
+        }
+        std::string line;
+        ASSERT_EQ(lines.next(line), LineReader::kEnd);
+    }
 }
 
 TEST(Text, QuotesKeepBlanksTogether) {

@@ -1,7 +1,6 @@
 #include "folderreader.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -26,35 +25,45 @@ EntryId idAt(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 ? EntryId{status.st_dev, status.st_ino} : EntryId{};
 }
 
-FolderReader::FolderReader(const std::string& path) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return;
-    }
-    if (::fstat(descriptor, &status) == 0) {
-        stream = ::fdopendir(descriptor);
-    }
-    if (!stream) {
-        ::close(descriptor);
-    }
-}
+FolderReader::FolderReader(const std::string& path)
+    : folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
 
-FolderReader::~FolderReader() {
-    if (stream) {
-        ::closedir(stream);
-    }
+struct stat FolderReader::status() const {
+    struct stat found {};
+    ::fstat(folder.get(), &found);
+    return found;
 }
 
 EntryId FolderReader::id() const {
-    return {status.st_dev, status.st_ino};
+    const struct stat found = status();
+    return {found.st_dev, found.st_ino};
+}
+
+mode_t FolderReader::mode() const {
+    return status().st_mode & 07777;
 }
 
 bool FolderReader::next() {
     do {
-        entry = ::readdir(stream);
-        entryName = entry ? entry->d_name : std::string_view();
+        if (behindEntry == end && !readEntries()) {
+            return false;
+        }
+        entry = reinterpret_cast<const dirent64*>(behindEntry);
+        behindEntry += entry->d_reclen;
+        entryName = entry->d_name;
     } while (entryName == "." || entryName == "..");
-    return entry != nullptr;
+    return true;
+}
+
+bool FolderReader::readEntries() {
+    if (!entries) {
+        // NOLINTNEXTLINE(modernize-make-unique): that would fill it with zeros.
+        entries.reset(new Entries);
+    }
+    const ssize_t size = ::getdents64(folder.get(), entries->bytes, sizeof entries->bytes);
+    behindEntry = entries->bytes;
+    end = behindEntry + std::max<ssize_t>(size, 0);
+    return size > 0;
 }
 
 EntryKind FolderReader::kind() const {
@@ -70,8 +79,8 @@ EntryKind FolderReader::kind() const {
             return EntryKind::kOther;
     }
     struct stat found {};
-    return ::fstatat(::dirfd(stream), entry->d_name, &found, 0) == 0 ? kindOf(found)
-                                                                     : EntryKind::kNothing;
+    return ::fstatat(folder.get(), entry->d_name, &found, 0) == 0 ? kindOf(found)
+                                                                  : EntryKind::kNothing;
 }
 
 bool FolderChain::enter(std::size_t level, EntryId folder) {

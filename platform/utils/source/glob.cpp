@@ -103,7 +103,9 @@ void Glob::search(const std::string& top) {
 
 void Glob::searchFolder(const Folder& folder) {
     FolderReader reader(folder.path);
-    if (!reader.isOpen() || !chain.enter(folder.level, reader.id())) {
+    // What is alone can't be led back to.
+    const bool isInChain = levelCount > 1;
+    if (!reader.isOpen() || (isInChain && !chain.enter(folder.level, reader.id()))) {
         return;
     }
     const bool goesDeeper = folder.level + 1 < levelCount;
