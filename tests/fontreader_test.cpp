@@ -96,6 +96,30 @@ TEST(SfntFace, RaisesWhereverTheFileIsCut) {
     }
 }
 
+// More entries are promised than the file holds: what stands in it counts, up to the first that
+// isn't whole.
+TEST(SfntFace, IsReadUpToTheFilesEnd) {
+    const Face face{.names = {family8("Arrow")}};
+    const std::string names = nameTable(face.names);
+    const std::string tables = directory(face, 0).replace(4, 2, bytes16(500));
+    const auto stream = streamOf(names + tables + "OS");
+    stream->seek(static_cast<std::int64_t>(names.size()), kSeekFromStart);
+    EXPECT_EQ(readFrom(stream).typeface, L"Arrow");
+
+    // The text of the first record is its own first two bytes.
+    const std::string record =
+        "Ar" + bytes16(0) + bytes16(kEnglish) + bytes16(kFamily) + bytes16(2) + bytes16(6);
+    const std::string cut =
+        directory({}, 28) + bytes16(0) + bytes16(3) + bytes16(0) + record + record.substr(0, 11);
+    vosi::FontNames read;
+    OdString typeface;
+    bool style = false;
+    EXPECT_EQ(
+        raisedBy([&] { vosi::readTtfNameTable(streamOf(cut), typeface, read, style, style); }),
+        eEndOfFile);
+    EXPECT_THAT(read, ElementsAre(testing::Pair(kEnglish, OdString(L"Ar"))));
+}
+
 // ---- names ----
 
 TEST(SfntNames, AreTextOfTheirEncoding) {
@@ -228,8 +252,9 @@ TEST(SfntPlaces, AreTheOnlyOnesRead) {
                               subfamily8("Bold")},
                     .tablesBefore = {"OS/2", "glyf"}};
     const auto stream = newSparseStream(64 << 20);
-    // The directory goes on behind the name table's entry.
+    // The directory goes on behind the name table's entry; a block of it is read.
     const std::string tables = directory(face, tableAt);
+    constexpr std::uint64_t directoryRead = 12 + 30 * 16;
     stream->put(faceAt, std::string(tables).replace(4, 2, bytes16(500)) + std::string(8000, 'z'));
     stream->put(tableAt, nameTable(face.names));
     stream->seek(faceAt, kSeekFromStart);
@@ -249,7 +274,7 @@ TEST(SfntPlaces, AreTheOnlyOnesRead) {
     }
     const std::uint64_t texts = tableAt + 6 + 12 * face.names.size();
     const std::uint64_t arrow = utf16("Arrow").size();
-    EXPECT_EQ(count, tables.size() + texts - tableAt + arrow + std::string("Bold").size());
+    EXPECT_EQ(count, directoryRead + texts - tableAt + arrow + std::string("Bold").size());
     EXPECT_THAT(stream->seeks, Not(Contains(texts + arrow))) << "the full name is wanted by nobody";
 }
 

@@ -2,6 +2,7 @@
 //
 // Both ways write into a text that has its size before. What names and paths are mostly made of,
 // ASCII and characters of three bytes, is recognised ahead of the general case.
+#include <algorithm>
 #include <cstdint>
 
 #include "drawing/oderror.h"
@@ -165,7 +166,10 @@ bool isAscii(std::wstring_view text) {
 
 std::string utf8FromWide(std::wstring_view text) {
     if (isAscii(text)) {
-        return {text.begin(), text.end()};
+        std::string ascii(text.size(), '\0');
+        std::transform(text.begin(), text.end(), ascii.begin(),
+                       [](wchar_t character) { return static_cast<char>(character); });
+        return ascii;
     }
     constexpr std::size_t longest = 4;
     std::string bytes(text.size() * longest, '\0');

@@ -8,7 +8,8 @@ namespace vosi {
 namespace {
 
 bool isComposite(const OdTtfDescriptor& face) {
-    return face.typeface.find(L" & ") >= 0;
+    // Hardly any name has the sign.
+    return face.typeface.find(L'&') >= 0 && face.typeface.find(L" & ") >= 0;
 }
 
 std::size_t styleOf(const OdTtfDescriptor& face) {
@@ -57,10 +58,11 @@ bool matchDescriptor(const OdTtfDescriptor& key, OdString& fileName, const Faces
 
 bool FaceIndex::match(const OdTtfDescriptor& key, OdString& fileName, const Faces& list) {
     takeNewFaces(list);
-    const FirstPlace exact = findInStyle(key, list);
+    const std::size_t hash = hashOf(key.typeface);
+    const FirstPlace exact = findInStyle(key, hash, list);
     FirstPlace place = findComposite(key, list, exact);
     if (!place) {
-        place = exact || !fallsToFamily(key) ? exact : findInAnyStyle(key, list);
+        place = exact || !fallsToFamily(key) ? exact : findInAnyStyle(key, hash, list);
     }
     if (place) {
         fileName = list[*place].fileName;
@@ -75,8 +77,9 @@ void FaceIndex::takeNewFaces(const Faces& list) {
     firstPlaces.reserve(list.size());
     for (; indexedCount < list.size(); ++indexedCount) {
         const OdTtfDescriptor& face = list[indexedCount];
-        if (!findInStyle(face, list)) {
-            firstPlaces.emplace(hashOf(face.typeface), indexedCount);
+        const std::size_t hash = hashOf(face.typeface);
+        if (!findInStyle(face, hash, list)) {
+            firstPlaces.emplace(hash, indexedCount);
         }
         if (isComposite(face)) {
             composites.push_back(indexedCount);
@@ -85,10 +88,10 @@ void FaceIndex::takeNewFaces(const Faces& list) {
 }
 
 template <class Fits>
-FaceIndex::FirstPlace FaceIndex::findFirst(const OdString& typeface, const Faces& list,
-                                           Fits&& fitsToo) const {
+FaceIndex::FirstPlace FaceIndex::findFirst(const OdString& typeface, std::size_t hash,
+                                           const Faces& list, Fits&& fitsToo) const {
     FirstPlace first;
-    const auto [begin, end] = firstPlaces.equal_range(hashOf(typeface));
+    const auto [begin, end] = firstPlaces.equal_range(hash);
     for (auto candidate = begin; candidate != end; ++candidate) {
         const Place place = candidate->second;
         const bool isEarlier = !first || place < *first;
@@ -99,14 +102,15 @@ FaceIndex::FirstPlace FaceIndex::findFirst(const OdString& typeface, const Faces
     return first;
 }
 
-FaceIndex::FirstPlace FaceIndex::findInStyle(const OdTtfDescriptor& key, const Faces& list) const {
-    return findFirst(key.typeface, list,
+FaceIndex::FirstPlace FaceIndex::findInStyle(const OdTtfDescriptor& key, std::size_t hash,
+                                             const Faces& list) const {
+    return findFirst(key.typeface, hash, list,
                      [&key](const OdTtfDescriptor& face) { return styleOf(face) == styleOf(key); });
 }
 
-FaceIndex::FirstPlace FaceIndex::findInAnyStyle(const OdTtfDescriptor& key,
+FaceIndex::FirstPlace FaceIndex::findInAnyStyle(const OdTtfDescriptor& key, std::size_t hash,
                                                 const Faces& list) const {
-    return findFirst(key.typeface, list, [](const OdTtfDescriptor&) { return true; });
+    return findFirst(key.typeface, hash, list, [](const OdTtfDescriptor&) { return true; });
 }
 
 FaceIndex::FirstPlace FaceIndex::findComposite(const OdTtfDescriptor& key, const Faces& list,

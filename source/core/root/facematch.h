@@ -29,9 +29,11 @@ class FaceIndex {
 
     void takeNewFaces(const Faces& list);
     template <class Fits>
-    FirstPlace findFirst(const OdString& typeface, const Faces& list, Fits&& fitsToo) const;
-    FirstPlace findInStyle(const OdTtfDescriptor& key, const Faces& list) const;
-    FirstPlace findInAnyStyle(const OdTtfDescriptor& key, const Faces& list) const;
+    FirstPlace findFirst(const OdString& typeface, std::size_t hash, const Faces& list,
+                         Fits&& fitsToo) const;
+    FirstPlace findInStyle(const OdTtfDescriptor& key, std::size_t hash, const Faces& list) const;
+    FirstPlace findInAnyStyle(const OdTtfDescriptor& key, std::size_t hash,
+                              const Faces& list) const;
     // One that comes no later than the other, if there is another.
     FirstPlace findComposite(const OdTtfDescriptor& key, const Faces& list,
                              FirstPlace before) const;

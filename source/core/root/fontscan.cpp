@@ -95,11 +95,9 @@ void scanTtfFiles(const Paths& paths, OdArray<OdTtfDescriptor>& descriptors,
         if (!readTtfDescriptors(path, faces)) {
             continue;
         }
-        for (const TtfFaceRecord& face : faces) {
-            // A record is asked for its names alone, and a path takes more room than they.
-            OdTtfDescriptor descriptor = face;
-            descriptor.fileName = path;
-            descriptors.append(std::move(descriptor));
+        for (TtfFaceRecord& face : faces) {
+            face.fileName = path;
+            descriptors.append(face);
         }
         std::move(faces.begin(), faces.end(), std::back_inserter(records));
         files.append(path);

@@ -30,8 +30,7 @@ FontFiles fontFilesBelow(const PathEntries& entries);
 void scanShxFiles(const Paths& paths, OdStringArray& mainList, OdStringArray& bigList);
 
 /// Appends the faces of TrueType and OpenType files and collections, and the paths of the files
-/// that could be read. A file that can't be read adds nothing. The records' own `fileName` stays
-/// empty.
+/// that could be read. A file that can't be read adds nothing.
 void scanTtfFiles(const Paths& paths, OdArray<OdTtfDescriptor>& descriptors,
                   std::vector<TtfFaceRecord>& records, OdStringArray& files);
 

@@ -27,6 +27,7 @@ class MeteredStream {
         stream->getBytes(target, count);
     }
 
+    std::uint64_t position() const { return stream->tell(); }
     /// Whether the stream took the position, counted from its start.
     bool seekTo(std::uint64_t position) {
         return stream->seek(static_cast<std::int64_t>(position), kSeekFromStart) == position;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "bigendian.h"
+#include "entryblocks.h"
 #include "fontassertion.h"
 #include "meteredstream.h"
 #include "scratchbuffer.h"
@@ -54,14 +55,11 @@ std::optional<std::uint16_t> readOffsetTable(MeteredStream& stream) {
 // The offset of the "name" table from the start of the file.
 std::optional<std::uint32_t> findNameTable(MeteredStream& stream, std::uint16_t tableCount) {
     static bool reported = false;
-    for (unsigned int table = 0; table < tableCount; ++table) {
-        std::array<std::uint8_t, 16> entry{};
-        stream.getBytes(entry.data(), entry.size());
-        if (tagIs(entry.data(), kNameTag)) {
-            return bigEndian32(&entry[8]);
-        }
-        if (entry[0] == 0) {
-            break;
+    // A block holds the tables of nearly all fonts.
+    EntryBlocks<16, 30> entries(stream, tableCount);
+    for (const std::uint8_t* tag = entries.next(); tag && *tag != 0; tag = entries.next()) {
+        if (tagIs(tag, kNameTag)) {
+            return bigEndian32(tag + 8);
         }
     }
     assertOnce(reported, "bFound", __LINE__);
@@ -69,7 +67,7 @@ std::optional<std::uint32_t> findNameTable(MeteredStream& stream, std::uint16_t 
 }
 
 struct NameRecord {
-    static constexpr std::uint32_t kSize = 12;
+    static constexpr std::size_t kSize = 12;
 
     explicit NameRecord(const std::uint8_t* bytes)
         : encoding(bigEndian16(bytes + 2)),
@@ -127,17 +125,18 @@ void RecordText::read(MeteredStream& stream, const NameRecord& record) {
 
 void RecordText::takeUtf16(const std::uint8_t* bytes, std::size_t unitCount) {
     text = characters.take(unitCount);
-    length = 0;
-    for (std::size_t index = 0; index < unitCount;) {
-        const std::uint8_t* at = bytes + 2 * index;
-        const std::uint16_t unit = bigEndian16(at);
+    wchar_t* out = text;
+    const std::uint8_t* const end = bytes + 2 * unitCount;
+    for (const std::uint8_t* at = bytes; at < end;) {
+        const std::uint32_t unit = bigEndian16(at);
+        const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
         if (unit == 0) {
             break;
         }
-        const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
-        text[length++] = isSurrogate ? fromSurrogate(unit, at + 2) : static_cast<OdChar>(unit);
-        index += isSurrogate ? 3 : 1;
+        *out++ = isSurrogate ? fromSurrogate(unit, at + 2) : static_cast<OdChar>(unit);
+        at += isSurrogate ? 6 : 2;
     }
+    length = static_cast<std::size_t>(out - text);
 }
 
 void RecordText::takeUtf8(const char* bytes) {
@@ -213,14 +212,10 @@ void readNameRecords(MeteredStream& stream, std::uint32_t table, Face& face) {
     stream.getBytes(header.data(), header.size());
     const std::uint16_t count = bigEndian16(&header[2]);
     const std::uint32_t storage = table + bigEndian16(&header[4]);
-    constexpr std::size_t kUsualCount = 64;
-    ScratchBuffer<std::uint8_t, NameRecord::kSize * kUsualCount> buffer;
-    const std::uint32_t size = NameRecord::kSize * std::uint32_t{count};
-    std::uint8_t* records = buffer.take(size);
-    stream.getBytes(records, size);
+    EntryBlocks<NameRecord::kSize, 64> records(stream, count);
     RecordText text;
-    for (std::uint32_t at = 0; at < size; at += NameRecord::kSize) {
-        const NameRecord record(records + at);
+    while (const std::uint8_t* bytes = records.next()) {
+        const NameRecord record(bytes);
         if (record.nameId != kFamily && record.nameId != kSubfamily) {
             continue;
         }
