@@ -14,29 +14,29 @@ namespace {
 
 struct Row {
     unsigned int code;
-    std::wstring chinese;
-    std::wstring english;
+    std::wstring_view chinese;
+    std::wstring_view english;
 };
 
-const std::vector<Row> kRows = {
+constexpr Row kRows[] = {
 #define DIAGNOSTIC(code, chinese, english) {code, L##chinese, L##english},
 #include "messages/diagnostics.def"
 #undef DIAGNOSTIC
 };
 
-const std::map<unsigned int, std::wstring> kResultNames = {
+const std::map<unsigned int, std::wstring_view> kResultNames = {
 #define RESULT_NAME(code, name) {code, L## #name},
 #include "messages/result_names.def"
 #undef RESULT_NAME
 };
 
 /// The placeholders of a text in their order, flags and widths included.
-std::vector<std::wstring> placeholders(const std::wstring& text) {
+std::vector<std::wstring> placeholders(std::wstring_view text) {
     std::vector<std::wstring> found;
     for (std::size_t at = text.find(L'%'); at != text.npos; at = text.find(L'%', at)) {
         const std::size_t last = text.find_first_not_of(L"%#+- .0123456789l", at);
         const std::size_t end = std::min(last, text.size() - 1) + 1;
-        found.push_back(text.substr(at, end - at));
+        found.emplace_back(text.substr(at, end - at));
         at = end;
     }
     return found;
@@ -89,17 +89,17 @@ class MessagesTest : public BootTest {
 TEST_F(MessagesTest, EveryCodeWithoutArguments) {
     for (unsigned int code = 0; code < 491; ++code) {
         const auto name = kResultNames.find(code);
-        EXPECT_EQ(text(code), name == kResultNames.end()
-                                  ? "eOk (code : 0)"
-                                  : utf8(OdString(name->second.c_str())) +
-                                        " (code : " + std::to_string(code) + ")");
+        EXPECT_EQ(text(code),
+                  name == kResultNames.end()
+                      ? "eOk (code : 0)"
+                      : utf8(OdString(name->second)) + " (code : " + std::to_string(code) + ")");
     }
     EXPECT_EQ(kResultNames.size(), 489);
     EXPECT_EQ(text(1), "eMakeMeProxy (code : 1)");
     EXPECT_EQ(text(449), "eOk (code : 0)");
     EXPECT_EQ(text(490), "eBrEmptyLoop (code : 490)");
     for (const Row& row : kRows) {
-        EXPECT_EQ(text(row.code), utf8(OdString(row.chinese.c_str())));
+        EXPECT_EQ(text(row.code), utf8(OdString(row.chinese)));
     }
     EXPECT_EQ(text(491), "布局%d");
     EXPECT_EQ(text(894), "null object id(s) found");
@@ -108,21 +108,18 @@ TEST_F(MessagesTest, EveryCodeWithoutArguments) {
 }
 
 /// The kinds of a text's arguments, told from its placeholders while compiling.
-template <std::size_t size>
 struct Kinds {
-    consteval explicit Kinds(const wchar_t (&text)[size]) {
-        for (std::size_t index = 0; index + 1 < size; ++index) {
+    consteval explicit Kinds(std::wstring_view text) {
+        for (std::size_t index = 0; index < text.size(); ++index) {
             if (text[index] != L'%') {
                 continue;
             }
-            while (std::wstring_view(L"#0123456789l%").find(text[index]) !=
-                   std::wstring_view::npos) {
-                ++index;
-            }
-            kinds[count++] = text[index];
+            index = text.find_first_not_of(L"%#0123456789l", index);
+            kinds.at(count++) = text[index];
         }
     }
-    std::array<wchar_t, size> kinds{};
+
+    std::array<wchar_t, 8> kinds{};
     std::size_t count = 0;
 };
 
@@ -140,7 +137,8 @@ auto argument(std::size_t position) {
 }
 
 /// The English text's arguments, each as its own placeholder shows it, put into the Chinese text.
-std::wstring expected(std::wstring text, const std::vector<std::wstring>& arguments) {
+std::wstring expected(std::wstring_view form, const std::vector<std::wstring>& arguments) {
+    std::wstring text(form);
     std::size_t from = 0;
     const auto marks = placeholders(text);
     for (std::size_t index = 0; index < marks.size(); ++index) {

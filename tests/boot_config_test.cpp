@@ -115,6 +115,19 @@ TEST_F(ConfigTest, OutdatedUserFileIsKeptOnceBesideTheNewOne) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("data/user.v0.1.json")));
 }
 
+// There is no room in the name for what the copy adds to it.
+TEST_F(ConfigTest, OutdatedUserFileThatCannotBeKeptStays) {
+    const std::string file = folder.path("data/" + std::string(248, 'u') + ".json");
+    const std::string text = R"({"version": 257, "mine": [1]})";
+    folder.file(file.substr(folder.path().size() + 1), text);
+    bootWith(R"({"User": {"version": 513, "new": 1}})", {"-u", file});
+    vo_save_user_config("");
+    EXPECT_EQ(contentOf(file), text);
+    EXPECT_THAT(libraryLog(), ElementsAre(kNotWritten));
+    shutDown();
+    EXPECT_EQ(contentOf(file), text);
+}
+
 TEST_F(ConfigTest, SystemFileWithoutUserBranchTakesTheUsersTree) {
     for (const char* systemFile : {R"({"Core": {}})", R"({"User": "no object"})"}) {
         folder.file("data/user.json", R"({"version": 5, "colour": "red"})");

@@ -88,6 +88,11 @@ void scanShxFiles(const Paths& paths, OdStringArray& mainList, OdStringArray& bi
 
 void scanTtfFiles(const Paths& paths, OdArray<OdTtfDescriptor>& descriptors,
                   std::vector<TtfFaceRecord>& records, OdStringArray& files) {
+    // A file has one face, but for the few collections.
+    const auto fileCount = static_cast<unsigned int>(paths.size());
+    descriptors.reserve(descriptors.size() + fileCount);
+    records.reserve(records.size() + fileCount);
+    files.reserve(files.size() + fileCount);
     std::vector<TtfFaceRecord> faces;
     for (const OdAnsiString& file : paths) {
         const OdString path = OdUtf8StringToOdString(file);

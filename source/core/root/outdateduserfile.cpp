@@ -18,9 +18,11 @@ bool isSameFile(const fs::path& a, const fs::path& b) {
     return fs::equivalent(a, b, ignored);
 }
 
+// Of a path that the system can't look at, nothing is known; nothing can be written there either.
 bool isSomethingAt(const fs::path& path) {
     std::error_code ignored;
-    return fs::symlink_status(path, ignored).type() != fs::file_type::not_found;
+    const fs::file_status status = fs::symlink_status(path, ignored);
+    return fs::status_known(status) && fs::exists(status);
 }
 
 bool haveSameContent(const fs::path& a, const fs::path& b) {
