@@ -392,19 +392,13 @@ BENCHMARK(createOnFreeRecord)->Name("fiber_creation/ours")->UseManualTime()->Ite
 BENCHMARK(createOnNewRecord)->Name("fiber_creation/new_record")->UseManualTime()->Iterations(500);
 BENCHMARK(parked<parkFibers>)->Name("parked/ours")->Iterations(1);
 BENCHMARK(parked<parkThreads>)->Name("parked/threads")->Iterations(1);
-BENCHMARK(roundOfHandOffs)
-    ->Name("handoff_round")
-    ->Arg(2)
-    ->Arg(10)
-    ->Arg(100)
-    ->Arg(1000)
-    ->Arg(kParked)
-    ->UseRealTime();
-BENCHMARK(roundOfThreads)
-    ->Name("thread_round")
-    ->Arg(2)
-    ->Arg(10)
-    ->Arg(100)
-    ->Arg(1000)
-    ->Arg(kParked)
-    ->UseRealTime();
+// Few to many.
+void roundSizes(benchmark::internal::Benchmark* rounds) {
+    for (const int size : {2, 10, 100, 1000, kParked}) {
+        rounds->Arg(size);
+    }
+    rounds->UseRealTime();
+}
+
+BENCHMARK(roundOfHandOffs)->Name("handoff_round")->Apply(roundSizes);
+BENCHMARK(roundOfThreads)->Name("thread_round")->Apply(roundSizes);

@@ -5,12 +5,16 @@ from dataclasses import dataclass
 
 
 @dataclass(frozen=True)
-class Ratio:
-    """The time of `ours` over that of `baseline`, or the same of a counter that both report."""
-
+class Row:
     what: str
     program: str
     group: str
+
+
+@dataclass(frozen=True)
+class Ratio(Row):
+    """The time of `ours` over that of `baseline`, or the same of a counter that both report."""
+
     baseline: str
     says: str  # the baseline in words
     at_most: float | None = None  # ours over baseline; None where nothing is promised
@@ -21,12 +25,9 @@ class Ratio:
 
 
 @dataclass(frozen=True)
-class Figure:
+class Figure(Row):
     """A counter of one benchmark, held against a number."""
 
-    what: str
-    program: str
-    group: str
     counter: str
     unit: str
     at_most: float
@@ -34,17 +35,14 @@ class Figure:
 
 
 @dataclass(frozen=True)
-class Growth:
+class Growth(Row):
     """The slope of log(time) over log(size) through the variants "size"; 1 is in proportion to the size."""
 
-    what: str
-    program: str
-    group: str
     at_most: float | None = 1.1
     per_item: bool = False  # the time is that of one item, so that it is multiplied by the size
 
 
-ROWS: list[Ratio | Figure | Growth] = [
+ROWS: list[Row] = [
     # ---- fonts ----
     Ratio("reading the faces of 2,000 fonts", "faces", "faces", "floor",
           "open in its folder, 512 bytes, names up to 4 KiB, close", at_most=1.25),

@@ -204,6 +204,7 @@ TEST(Strings, ChangeForThemselvesAlone) {
         const std::size_t one = random() % strings.size();
         const std::size_t other = random() % strings.size();
         const std::size_t start = random() % 8;
+        const wchar_t letter = L"ABCDEFGH"[start];
         switch (random() % 7) {
             case 0:
                 strings[one] = strings[other];
@@ -214,8 +215,8 @@ TEST(Strings, ChangeForThemselvesAlone) {
                 texts[one] += std::wstring(texts[other]);
                 break;
             case 2:
-                strings[one] += static_cast<OdChar>(L'A' + static_cast<int>(start));
-                texts[one] += static_cast<wchar_t>(L'A' + static_cast<int>(start));
+                strings[one] += letter;
+                texts[one] += letter;
                 break;
             case 3:
                 strings[one].trimRight(L'A');
