@@ -88,7 +88,7 @@ std::size_t FileNameIndex::hashOf(const OdChar* name) const {
     constexpr std::size_t kPrime = 0x100000001b3;
     std::size_t hash = 0xcbf29ce484222325;
     for (; *name != L'\0'; ++name) {
-        const auto character = static_cast<std::size_t>(*name);
+        const auto character = static_cast<char32_t>(*name);
         const OdChar folded =
             character < smallLetters.size() ? smallLetters[character] : smallLetterOf(*name);
         hash = (hash ^ static_cast<std::size_t>(folded)) * kPrime;
