@@ -137,7 +137,7 @@ void hashMapOf(benchmark::State& state, std::size_t count) {
 
 /// Four levels, each of a few members, as configurations have them.
 VoJsonPtr nestedTree() {
-    const VoJsonPtr root = ElementValue::createObject(kElementObject);
+    VoJsonPtr root = ElementValue::createObject(kElementObject);
     VoJsonPtr level = root;
     for (const char* step : {"User", "SubstituteFont", "ByType"}) {
         level->set_propertyI("version", 1, false);
