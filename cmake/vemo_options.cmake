@@ -24,7 +24,8 @@ if(VEMO_SANITIZE)
       -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/fuzz/sanitizers.ignore)
   endif()
 else()
-  # A name that nobody defines is found when a library is linked, not when it is loaded.
-  target_link_options(vemo_options INTERFACE -Wl,-z,defs)
+  # A name that nobody defines is found when a library is linked, not when it is loaded. A library calls its
+  # own functions directly, which leaves fewer names to look up at start-up.
+  target_link_options(vemo_options INTERFACE -Wl,-z,defs -Wl,-Bsymbolic-functions)
   include(${CMAKE_CURRENT_LIST_DIR}/vemo_hardening.cmake)
 endif()

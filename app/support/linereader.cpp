@@ -1,32 +1,30 @@
 #include "linereader.h"
 
-#include <algorithm>
-#include <array>
-#include <limits>
-
 namespace vemoapp {
 
-LineReader::LineReader(std::istream& stream, std::size_t lengthLimit)
-    : input(stream), limit(lengthLimit) {
-    input.exceptions(input.exceptions() | std::ios_base::badbit);
-}
+namespace {
+
+constexpr int kEndOfStream = std::char_traits<char>::eof();
+
+}  // namespace
 
 LineReader::Result LineReader::next(std::string& line) {
     if (restPending) {
-        input.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
-        restPending = false;
+        skipRest();
     }
     line.clear();
-    const bool isFull = readPart(line);
-    if (line.empty() && input.fail()) {
+    std::streambuf* bytes = input.rdbuf();
+    int byte = bytes->sbumpc();
+    if (byte == kEndOfStream) {
         return kEnd;
     }
     ++number;
-    for (bool goesOn = isFull; goesOn; goesOn = readPart(line)) {
+    for (; byte != kEndOfStream && byte != '\n'; byte = bytes->sbumpc()) {
         if (line.size() == limit) {
             restPending = true;
             return kTooLong;
         }
+        line.push_back(static_cast<char>(byte));
     }
     if (line.ends_with('\r')) {
         line.pop_back();
@@ -34,21 +32,13 @@ LineReader::Result LineReader::next(std::string& line) {
     return kLine;
 }
 
-bool LineReader::readPart(std::string& line) {
-    std::array<char, 512> part;
-    const std::size_t size = std::min(part.size(), limit - line.size() + 1);
-    input.getline(part.data(), static_cast<std::streamsize>(size));
-    auto count = static_cast<std::size_t>(input.gcount());
-    const bool isEnd = input.eof();
-    // Neither the line's end nor the stream's came within the part.
-    const bool isFull = input.fail() && !isEnd;
-    if (isFull) {
-        input.clear();
-    } else if (!isEnd) {
-        --count;
+void LineReader::skipRest() {
+    std::streambuf* bytes = input.rdbuf();
+    int byte = bytes->sbumpc();
+    while (byte != kEndOfStream && byte != '\n') {
+        byte = bytes->sbumpc();
     }
-    line.append(part.data(), count);
-    return isFull;
+    restPending = false;
 }
 
 }  // namespace vemoapp

@@ -13,8 +13,7 @@ class LineReader {
   public:
     enum Result { kLine, kTooLong, kEnd };
 
-    /// The stream shows read errors by exceptions from now on.
-    LineReader(std::istream& stream, std::size_t lengthLimit);
+    LineReader(std::istream& stream, std::size_t lengthLimit) : input(stream), limit(lengthLimit) {}
 
     /// Reads the next line, without its end. For a line beyond the limit gives kTooLong with its
     /// beginning; the rest is skipped by the next call.
@@ -24,8 +23,7 @@ class LineReader {
     std::uint64_t lineNumber() const { return number; }
 
   private:
-    // True when the line goes on behind the part.
-    bool readPart(std::string& line);
+    void skipRest();
 
     std::istream& input;
     std::size_t limit;
