@@ -4,17 +4,15 @@
 
 #include <array>
 #include <atomic>
-#include <condition_variable>
 #include <map>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "application.h"
 #include "core/voexports.h"
 #include "core/voservicekeys.h"
 #include "core/vosiaprxevent.h"
+#include "secondthread.h"
 
 namespace {
 
@@ -54,15 +52,6 @@ class FullDictionary : private BareApplication {
   private:
     std::vector<OdString> added;
 };
-
-// From its second thread on a process counts references by atomic operations.
-void withSecondThread() {
-    static std::jthread second([](const std::stop_token& stop) {
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any().wait(lock, stop, [] { return false; });
-    });
-}
 
 void getService(benchmark::State& state) {
     const FullDictionary application;
@@ -111,8 +100,7 @@ void findInMap(benchmark::State& state) {
 
 template <void (*measure)(benchmark::State&)>
 void withThreads(benchmark::State& state) {
-    withSecondThread();
-    measure(state);
+    besideSecondThread(measure, state);
 }
 
 // ---- events ----

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "secondthread.h"
 #include "support/testfolder.h"
 
 namespace {
@@ -106,6 +107,10 @@ void lookUpMember(benchmark::State& state, std::size_t count) {
     const VoJsonPtr object = objectWith(keys);
     askAll(state, questions<OdAnsiString>(keys),
            [&object](const OdAnsiString& key) { return object->getProperty(key); });
+}
+
+void lookUpBesideThread(benchmark::State& state, std::size_t count) {
+    besideSecondThread(lookUpMember, state, count);
 }
 
 void walkOfFive(benchmark::State& state) {
@@ -234,6 +239,10 @@ BENCHMARK_CAPTURE(lookUpMember, five, 5)->Name("lookup5/ours");
 BENCHMARK(walkOfFive)->Name("lookup5/walk");
 BENCHMARK_CAPTURE(lookUpMember, many, 5000)->Name("lookup5000/ours");
 BENCHMARK_CAPTURE(hashMapOf, many, 5000)->Name("lookup5000/map");
+BENCHMARK_CAPTURE(lookUpBesideThread, five, 5)->Name("lookup5_threads/ours");
+BENCHMARK(walkOfFive)->Name("lookup5_threads/walk");
+BENCHMARK_CAPTURE(lookUpBesideThread, many, 5000)->Name("lookup5000_threads/ours");
+BENCHMARK_CAPTURE(hashMapOf, many, 5000)->Name("lookup5000_threads/map");
 BENCHMARK(pathOfFour)->Name("path4/ours");
 BENCHMARK(fourLookUps)->Name("path4/lookups");
 BENCHMARK(readAll)->Name("growthreading")->RangeMultiplier(10)->Range(10, 100'000);

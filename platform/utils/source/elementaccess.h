@@ -32,7 +32,7 @@ struct ElementAccess {
     }
 
     static bool isUnshared(const ElementValue& node) {
-        return node.refs.load(std::memory_order_acquire) == 1;
+        return node.refs.isOne();
     }
 
     /// Makes the node one of the kind with a new value. The old value goes last of all, since its

@@ -154,11 +154,11 @@ void ElementValue::initWithUtf8String(const OdAnsiString& text, bool /*flag*/) {
 }
 
 void ElementValue::addRef() const {
-    refs.fetch_add(1, std::memory_order_relaxed);
+    refs.increment();
 }
 
 void ElementValue::release() const {
-    if (refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    if (refs.decrement()) {
         NodeEnder().end(const_cast<ElementValue&>(*this));
     }
 }

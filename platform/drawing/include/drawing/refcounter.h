@@ -23,10 +23,10 @@ class OdRefCounter {
         }
         return count.fetch_sub(1, std::memory_order_acq_rel) == 1;
     }
-    long value() const { return count.load(std::memory_order_relaxed); }
+    int value() const { return count.load(std::memory_order_relaxed); }
     /// Whether nobody else holds what is counted. What others did before they let go of it is over.
     bool isOne() const { return count.load(std::memory_order_acquire) == 1; }
 
   private:
-    std::atomic<long> count{1};
+    std::atomic<int> count{1};
 };

@@ -5,7 +5,7 @@
 // never freed, and the trees that contain it are too deep to be written, copied or merged.
 #pragma once
 
-#include <atomic>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <variant>
@@ -98,7 +98,7 @@ class UTILS_EXPORT ElementValue : public IElementValueBase {
         : type(static_cast<std::uint16_t>(kind)),
           value(held, std::forward<Arguments>(arguments)...) {}
 
-    mutable std::atomic<int> refs{1};
+    mutable OdRefCounter refs;
     std::uint16_t type;
     std::uint16_t placeInBlock = 0;  // from 1; 0 for a node that stands alone
     Value value;

@@ -6,9 +6,9 @@
 // 50 stand behind the destructor entries in the order below, numbered in comments. Derived classes
 // that were built apart add theirs behind position 50.
 //
-// Reference counts are atomic; otherwise a tree belongs to one thread, or one holder of the fiber
-// baton, at a time. Nothing here raises but for memory that runs out: what isn't there is null,
-// what has another kind reads as the zero of the kind asked for.
+// Reference counts are safe on any thread; otherwise a tree belongs to one thread, or one holder of
+// the fiber baton, at a time. Nothing here raises but for memory that runs out: what isn't there is
+// null, what has another kind reads as the zero of the kind asked for.
 #pragma once
 
 #include <cstdint>
