@@ -3,9 +3,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <climits>
 #include <filesystem>
+#include <random>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/testfolder.h"
@@ -72,6 +77,40 @@ TEST_F(Glob, SortsByNameThenByExtension) {
     EXPECT_THAT(inFolder("*"),
                 ElementsAre("A.x", "a.y", "a.b.c", "b", "SANS.otf", "Sans.OTF", "Sans.ttf",
                             "sans.ttf", "Sans-Bold.ttf", "Sans-Oblique.ttf"));
+}
+
+// Against the plain definition of the order, on names that begin alike for longer or shorter.
+TEST_F(Glob, SortsRandomNamesAsTheOrderIsDefined) {
+    constexpr unsigned seed = 11;
+    std::mt19937 random(seed);
+    const auto small = [](std::string text) {
+        std::transform(text.begin(), text.end(), text.begin(),
+                       [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; });
+        return text;
+    };
+    const auto rank = [&small](const std::string& name) {
+        const std::filesystem::path path(name);
+        const std::string stem = path.stem();
+        const std::string extension = path.extension();
+        return std::tuple(small(stem), stem, small(extension), extension);
+    };
+    std::set<std::string> made;
+    while (made.size() < 500) {
+        std::string name(random() % 20, 'n');
+        for (std::size_t left = 1 + random() % 4; left > 0; --left) {
+            name += "aAnN-"[random() % 5];
+        }
+        for (std::size_t left = random() % 3; left > 0; --left) {
+            name += "\xC3\xA9";
+        }
+        constexpr std::array extensions = {"", ".t", ".T", ".ttf"};
+        made.insert(
+            folder.file(name + extensions.at(random() % 4)).substr(folder.path().size() + 1));
+    }
+    Texts expected(made.begin(), made.end());
+    std::sort(expected.begin(), expected.end(),
+              [&rank](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    EXPECT_EQ(inFolder("*"), expected);
 }
 
 TEST_F(Glob, PutsTheExactNameFirstWhenThereIsNoWildcard) {
