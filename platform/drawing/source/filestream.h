@@ -3,7 +3,7 @@
 
 #include "drawing/odstreambuf.h"
 
-/// Opens a regular file.
+/// Opens a regular file, or to be read a device that has positions; no folder, pipe or terminal.
 /// Raises OdError_FileException: eNoFileName, eFileNotFound, eCantOpenFile, or eInvalidInput for an
 /// access or a disposition that doesn't exist, and for making or cutting a file without write
 /// access.

@@ -132,6 +132,7 @@ TEST_F(Files, RefuseWhatIsNoFile) {
     const std::string pipe = folder.path() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(failureOf(folder.path("pipe")), eCantOpenFile);
+    EXPECT_EQ(open(L"/dev/zero", kFileRead)->getByte(), 0);
     EXPECT_FALSE(services.accessFile(folder.path(""), kFileRead));
 }
 

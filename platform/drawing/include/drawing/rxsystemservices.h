@@ -44,7 +44,7 @@ DRAWING_EXPORT OdRxSystemServices* odrxSystemServices();
 /// Files, times and shared libraries of the running system.
 class DRAWING_EXPORT RxSystemServicesImpl : public OdRxSystemServices {
   public:
-    /// Opens regular files alone. Share modes have no counterpart in POSIX and no effect.
+    /// Opens regular files, and to be read devices that have positions. Share modes have no effect.
     OdStreamBufPtr createFile(const OdString& name, std::uint32_t access, std::uint32_t shareMode,
                               std::uint32_t disposition) override;
     bool accessFile(const OdString& name, std::uint32_t access) override;
