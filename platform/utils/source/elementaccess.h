@@ -31,9 +31,7 @@ struct ElementAccess {
         return std::get_if<T>(&node.value);
     }
 
-    static bool isUnshared(const ElementValue& node) {
-        return node.refs.isOne();
-    }
+    static bool isUnshared(const ElementValue& node) { return node.refs.isOne(); }
 
     /// Makes the node one of the kind with a new value. The old value goes last of all, since its
     /// release may run code that looks at the node.
