@@ -38,7 +38,7 @@ class FileStream : public OdStreamBuf {
     }
     /// Raises OdError_FileException (eCantOpenFile) for what is none.
     void requireRegularFile() const;
-    /// Fills the buffer. False for what isn't known to be a regular file by that.
+    /// Fills the buffer. False for what can't be read at a position, and where nothing is read.
     bool readAhead();
     std::uint8_t getByte() override {
         std::uint8_t byte = 0;

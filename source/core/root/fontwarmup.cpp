@@ -13,14 +13,13 @@
 #include <cstring>
 #include <exception>
 #include <thread>
+#include <vector>
 
 #include "bigendian.h"
 
 namespace vosi {
 
 namespace {
-
-using Paths = std::vector<OdAnsiString>;
 
 constexpr std::size_t kThreadCount = 8;
 constexpr std::size_t kSampleCount = 8;

@@ -1,9 +1,7 @@
 // What a scan will read of font files, brought into the system's file cache ahead of it.
 #pragma once
 
-#include <vector>
-
-#include <drawing/runtime.h>
+#include "fontscan.h"
 
 namespace vosi {
 
@@ -16,6 +14,6 @@ namespace vosi {
 /// nobody wants. A few threads ask for the same places at once and for no more. They touch nothing
 /// but the cache: the scan itself, with all it raises and keeps, stays on its caller's thread and
 /// finds the same with or without them. They have ended when the call returns.
-bool warmUpFonts(const std::vector<OdAnsiString>& paths);
+bool warmUpFonts(const Paths& paths);
 
 }  // namespace vosi
